@@ -1,0 +1,72 @@
+# Install rules: per library a set of exported targets, its headers and a pkg-config file. Headers
+# go below one folder of their own, which is the include root, so that <nodeline/model/graph.h>
+# and <paintcore/painter.h> are found in an installed copy as they are in this tree.
+
+include(CMakePackageConfigHelpers)
+
+set(header_root "${CMAKE_INSTALL_INCLUDEDIR}/nodeline")
+set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/nodeline")
+set(pkgconfig_folder "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+# A .pc file says where things are relative to itself, so that an installed tree can be moved.
+file(RELATIVE_PATH NODELINE_PC_PREFIX "/${pkgconfig_folder}" "/")
+string(REGEX REPLACE "/$" "" NODELINE_PC_PREFIX "${NODELINE_PC_PREFIX}")
+
+function(nodeline_install_library name component)
+    install(TARGETS ${name} ${name}_static EXPORT ${component}
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+        ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+    install(EXPORT ${component}
+        NAMESPACE nodeline::
+        FILE nodeline-${component}-targets.cmake
+        DESTINATION "${package_folder}")
+endfunction()
+
+function(nodeline_install_headers folder destination)
+    install(DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}/"
+        DESTINATION "${header_root}/${destination}"
+        FILES_MATCHING PATTERN "*.h" PATTERN "internal" EXCLUDE)
+endfunction()
+
+function(nodeline_install_pkgconfig name description requires requires_private)
+    set(NODELINE_PC_NAME "${name}")
+    set(NODELINE_PC_DESCRIPTION "${description}")
+    set(NODELINE_PC_REQUIRES "${requires}")
+    set(NODELINE_PC_REQUIRES_PRIVATE "${requires_private}")
+    configure_file("${PROJECT_SOURCE_DIR}/cmake/nodeline.pc.in" "${PROJECT_BINARY_DIR}/${name}.pc" @ONLY)
+    install(FILES "${PROJECT_BINARY_DIR}/${name}.pc" DESTINATION "${pkgconfig_folder}")
+endfunction()
+
+nodeline_install_library(nodeline core)
+nodeline_install_headers(nodeline nodeline)
+nodeline_install_headers(platform "")
+nodeline_install_pkgconfig(nodeline "${PROJECT_DESCRIPTION}" "" "")
+
+if(NODELINE_HEADLESS)
+    nodeline_install_library(nodeline_headless headless)
+    nodeline_install_headers(backends/headless backends/headless)
+    nodeline_install_pkgconfig(nodeline-headless
+        "Recording painter and scripted windows for nodeline" "nodeline" "")
+endif()
+
+if(NODELINE_WITH_CAIRO)
+    nodeline_install_library(nodeline_cairo cairo)
+    nodeline_install_headers(backends/cairo backends/cairo)
+    nodeline_install_pkgconfig(nodeline-cairo
+        "SVG, PDF and PNG pictures of nodeline graphs" "nodeline" "pangocairo cairo-svg cairo-pdf")
+endif()
+
+if(TARGET nodeline_cli)
+    install(TARGETS nodeline_cli RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+endif()
+
+configure_package_config_file(
+    "${PROJECT_SOURCE_DIR}/cmake/nodelineConfig.cmake.in"
+    "${PROJECT_BINARY_DIR}/nodelineConfig.cmake"
+    INSTALL_DESTINATION "${package_folder}")
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/nodelineConfigVersion.cmake"
+    COMPATIBILITY SameMinorVersion)
+install(FILES
+    "${PROJECT_BINARY_DIR}/nodelineConfig.cmake"
+    "${PROJECT_BINARY_DIR}/nodelineConfigVersion.cmake"
+    DESTINATION "${package_folder}")

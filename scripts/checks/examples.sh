@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Every example runs to its end, in an empty folder, and has something to show for it.
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+log=$(mktemp)
+build release >"$log" 2>&1
+
+run_example() {
+    local program=$1 folder=$2
+    (cd "$folder" && timeout 120 "$program" >"$folder/printed" 2>&1) || {
+        echo "ended with status $?"
+        cat "$folder/printed"
+        return 1
+    }
+    [[ -s "$folder/printed" ]] || [[ -n "$(find "$folder" -type f ! -name printed)" ]] || {
+        echo "printed nothing and wrote nothing"
+        return 1
+    }
+}
+
+for source in examples/*.cpp; do
+    [[ -e "$source" ]] || break
+    name=$(basename "$source" .cpp)
+    if ! is_built release "examples/$name"; then
+        fail "examples: $name was not built" <(tail -n 40 "$log")
+        continue
+    fi
+    folder=$(mktemp -d)
+    check "examples: $name" run_example "$PWD/build/release/examples/$name" "$folder"
+    rm -rf "$folder"
+done
+rm -f "$log"
