@@ -5,4 +5,6 @@ namespace nodeline {
 Countable::~Countable() = default;
 Counter::~Counter() = default;
 
+void Countable::delete_this() const noexcept { delete this; }
+
 }  // namespace nodeline

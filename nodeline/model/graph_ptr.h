@@ -37,6 +37,9 @@ private:
     template <class T>
     friend class graph_ptr2;
 
+    // Out of line, so that every release of a handle is a few instructions.
+    void delete_this() const noexcept;
+
     mutable int count_ = 0;
 };
 
@@ -97,7 +100,7 @@ private:
     static void release(T* object) noexcept {
         if (object == nullptr) return;
         const Countable* counted = object;
-        if (--counted->count_ == 0) delete counted;
+        if (--counted->count_ == 0) counted->delete_this();
     }
 
     T* object_ = nullptr;

@@ -1,6 +1,6 @@
 #include <nodeline/model/recalculate.h>
 
-#include <nodeline/ops/graph_ops.h>
+#include <nodeline/ops/internal/absolute.h>
 #include <paintcore/painter.h>
 
 #include <algorithm>
@@ -161,11 +161,11 @@ bool Graph::RecalculateLayout(IPainter* painter) {
     };
     backwards(makes.records(), [](ILayout& layout, const Node& node) {
         layout.Make(node);
-        ShiftPosition(node, point<double>{0.0, 0.0});
+        internal::make_absolute(node);
     });
     backwards(updates.records(), [](ILayout& layout, const Node& node) {
         layout.Update(node);
-        ShiftPosition(node, point<double>{0.0, 0.0});
+        internal::make_absolute(node);
     });
     backwards(resizes.records(), [](ILayout& layout, const Node& node) { layout.Resize(node); });
     bracket.Close();

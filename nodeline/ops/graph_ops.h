@@ -58,7 +58,7 @@ NODELINE_API void Hide(Node node);
 NODELINE_API void Show(Node node);
 
 // Which neighbours a fold concerns. Any other value acts as `FoldParents`.
-enum FoldDirection { FoldParents = 0, FoldChildren = 1 };
+enum FoldDirection : int { FoldParents = 0, FoldChildren = 1 };
 
 // Hide and show a node's direct neighbours on one side, and ask for an update of its owner. Both
 // clear `NodeNew` in the whole graph first, so that afterwards it marks what was brought back. A

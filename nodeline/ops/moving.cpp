@@ -2,6 +2,7 @@
 
 #include <nodeline/model/break_nodes.h>
 #include <nodeline/model/internal/record_access.h>
+#include <nodeline/ops/internal/absolute.h>
 #include <nodeline/ops/internal/owner_edges.h>
 
 #include <vector>
@@ -37,16 +38,17 @@ void shift_run(IGraphVis& store, const internal::OwnerEdges& edges, internal::Ow
     }
 }
 
+void shift_owned(const Node& owner, const point<double>& delta) {
+    const auto owned = internal::owned_of(*owner.record());
+    for (int i = 0; i < owned.size(); ++i) _shift(Node(owner.store(), owned[i]), delta);
+}
+
 // Moves all that an owner owns, with the bends of their edges inside the owner, by one `delta`.
 // The neighbourhoods of the nodes are collected together, not node by node.
 void shift_contents(const Node& owner, const point<double>& delta) {
     using internal::OwnerEdges;
+    shift_owned(owner, delta);
     const graph_ptr<IGraphVis>& store = owner.store();
-    const auto owned = internal::owned_of(*owner.record());
-    for (int i = 0; i < owned.size(); ++i) _shift(Node(store, owned[i]), delta);
-    // The contents of a root at the origin are where they belong: bends, the bulk of a picture, are
-    // not looked for.
-    if (delta == point<double>{0.0, 0.0}) return;
     OwnerEdges edges;
     edges.Collect(*owner.record(), false);
     for (std::int32_t i = 0; i < edges.node_count(); ++i) {
@@ -57,7 +59,45 @@ void shift_contents(const Node& owner, const point<double>& delta) {
     }
 }
 
+bool is_zero(const point<double>& p) { return p == point<double>{0.0, 0.0}; }
+
+// Owners first: each node is moved by the position that its owner has in the picture.
+template <class ShiftContents>
+void shift_down(const Node& node, const point<double>& delta, ShiftContents shift) {
+    _shift(node, delta);
+    for (const auto& record : owners_in(node.record())) {
+        const Node owner(node.store(), record);
+        shift(owner, delta + owner.GetPosition());
+    }
+}
+
+// Contents first: every node is moved while its owner is still where the picture has it.
+template <class ShiftContents>
+void unshift_up(const Node& node, ShiftContents shift) {
+    const auto owners = owners_in(node.record());
+    for (auto it = owners.rbegin(); it != owners.rend(); ++it) {
+        const Node owner(node.store(), *it);
+        shift(owner, -owner.GetPosition());
+    }
+}
+
+void shift_contents_unless_zero(const Node& owner, const point<double>& delta) {
+    is_zero(delta) ? shift_owned(owner, delta) : shift_contents(owner, delta);
+}
+
 }  // namespace
+
+namespace internal {
+
+void make_absolute(const Node& node) {
+    if (node) shift_down(node, {0.0, 0.0}, shift_contents_unless_zero);
+}
+
+void make_relative(const Node& node) {
+    if (node) unshift_up(node, shift_contents_unless_zero);
+}
+
+}  // namespace internal
 
 void _shift(Node node, const point<double>& delta) { node.SetPosition(node.GetPosition() + delta); }
 
@@ -84,12 +124,7 @@ void _shift_position(Node node, point<double> delta) {
 }
 
 void ShiftPosition(Node node, point<double> delta) {
-    if (!node) return;
-    _shift(node, delta);
-    for (const auto& record : owners_in(node.record())) {
-        const Node owner(node.store(), record);
-        shift_contents(owner, delta + owner.GetPosition());
-    }
+    if (node) shift_down(node, delta, shift_contents);
 }
 
 void ShiftPosition(Node node, double dx, double dy) { ShiftPosition(node, point<double>{dx, dy}); }
@@ -99,13 +134,7 @@ void UnshiftWithEdges(Node node) {
 }
 
 void UnshiftPosition(Node node) {
-    if (!node) return;
-    // Contents first: every node is moved while its owner is still where the picture has it.
-    const auto owners = owners_in(node.record());
-    for (auto it = owners.rbegin(); it != owners.rend(); ++it) {
-        const Node owner(node.store(), *it);
-        shift_contents(owner, -owner.GetPosition());
-    }
+    if (node) unshift_up(node, shift_contents);
 }
 
 void MoveNode(Node node, double x, double y) {

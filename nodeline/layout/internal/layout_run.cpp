@@ -55,7 +55,9 @@ void LayoutRun::collect_edges() {
             owner_.store()->get_edge_vis(graph_ptr<IEdgeImpl>(at(edges_of_.edges, e)));
         edge.vis = graph_ptr<DefaultEdgeVis>(dynamic_cast<DefaultEdgeVis*>(vis.get()));
         if (!edge.vis) continue;
-        edge.chain = edge.vis->FindChain(owner_id_);
+        // Asking leaves a stretch behind also where no bend will be: the conversion to coordinates
+        // of the whole picture asks all edges, and passes over a root at the origin.
+        edge.chain = edge.vis->AskChain(owner_id_);
         if (edge.chain != nullptr && edge.chain->GetCount() == 0) edge.chain = nullptr;
         if (edge.from != kNoVertex) edge.inner_from = edge.vis->FindChain(id_of(edge.from));
         if (edge.to != kNoVertex) edge.inner_to = edge.vis->FindChain(id_of(edge.to));
@@ -204,11 +206,11 @@ void LayoutRun::number_by_level() {
     for (auto& level : levels) {
         for (Vertex& v : level) {
             if (!is_dummy(v)) continue;
-            const auto number = static_cast<Vertex>(new_y.size());
-            at(new_numbers, v - node_count()) = number;
+            const auto next = static_cast<Vertex>(new_y.size());
+            at(new_numbers, v - node_count()) = next;
             new_dummies.push_back(dummy_state(v));
             new_y.push_back(at(y, v));
-            v = number;
+            v = next;
         }
     }
     for (Vertex& v : break_vertices_) renumber(v);
@@ -268,7 +270,8 @@ double LayoutRun::get_height(Vertex v) {
 }
 
 bool LayoutRun::is_new(Vertex v) const {
-    if (is_dummy(v)) return is_dead(v) || !old_break_info(dummy_state(v).edge, dummy_state(v).index).old;
+    if (is_dummy(v))
+        return is_dead(v) || !old_break_info(dummy_state(v).edge, dummy_state(v).index).old;
     return !at(old_infos, v).old || at(old_infos, v).was_hidden;
 }
 
@@ -413,8 +416,14 @@ OwnerStore LayoutRun::finish() {
         const EdgeState& edge = at(edges, e);
         if (edge.region < 0) continue;
         const std::int32_t count = edge.chain->GetCount();
-        result.edges.push_back({edge.vis, internal::id_of(*at(edges_of_.edges, e)),
-                                edge.marked_old, edge.chain->GetIdAt(0), edge.region, count, {}, {}});
+        result.edges.push_back({edge.vis,
+                                internal::id_of(*at(edges_of_.edges, e)),
+                                edge.marked_old,
+                                edge.chain->GetIdAt(0),
+                                edge.region,
+                                count,
+                                {},
+                                {}});
         keep_links(e, result.edges.back());
     }
     result.scratch_epoch = local_.epoch;
