@@ -25,14 +25,22 @@ public:
     virtual ~INodeDrawer() = default;
 };
 
+// How much of a node's neighbours on one side is in view. Without any bit there are none, and no
+// port is drawn.
+enum PortState {
+    PortVisible = 1,  // all of them
+    PortHidden = 2,   // none
+    PortPartial = 4,  // some
+    PortPressed = 8   // added to the above while the port is held down
+};
+
 // The drawer of a node with ports: a left one for its parents and a right one for its children.
 class NODELINE_API IPortNodeDrawer : public INodeDrawer {
 public:
     // Whether a point, in the coordinates of the graph, lies in a port; the border is in it.
     [[nodiscard]] virtual bool IsLeftPortClicked(Node node, double x, double y) const = 0;
     [[nodiscard]] virtual bool IsRightPortClicked(Node node, double x, double y) const = 0;
-    // How the port is drawn next: 0 not at all, 1 with all neighbours on its side in view, 2 with
-    // none, 4 with some, and 8 added while it is held down.
+    // How the port is drawn next: 0, or bits of `PortState`.
     virtual void SetLeftPortState(int state) = 0;
     virtual void SetRightPortState(int state) = 0;
 };
@@ -103,6 +111,61 @@ public:
 
 private:
     CNodeDrawInfo info_;
+};
+
+// The look of a node with ports. The colour of a port tells how much of its side is in view.
+struct NODELINE_API CPortNodeDrawInfo : CNodeDrawInfo {
+    CPortNodeDrawInfo();
+
+    // No neighbour is in view: red, a tenth darker.
+    paintcore::_color port_hidden_color{255, 0, 0};
+    // All are in view: green, three tenths darker.
+    paintcore::_color port_visible_color{0, 255, 0};
+    // Some are in view.
+    paintcore::_color port_partial_color{255, 204, 51};
+};
+
+// Paints a leaf as a box with a gradient and its caption, and up to two ports beside it: round
+// boxes, as wide as they are high, that bear "-" with all neighbours of their side in view, "+"
+// with none, and "<" or ">" with some. A node that owns others has no ports: its box fills it, with
+// the caption at the top left. Selected, new and hovered nodes have gradients of their own, marked
+// nodes a frame around everything. Nodes without `NodeDrawn` are not painted.
+class NODELINE_API CRectPortNodeDrawer : public IPortNodeDrawer {
+public:
+    // The box of the caption and room for two ports, whether they are there or not. Like that of
+    // `CRectNodeDrawer`, the size does not depend on the zoom factor and is zero until there is a
+    // painter.
+    size<double> GetSize(Node node) override;
+    // As in `CRectNodeDrawer`.
+    NodeFrame GetSize(Node node, size<double> inner) override;
+    // Measures with `painter` too, for the length of the call.
+    void Draw(Node node, IPainter* painter) override;
+    void SetIPainter(IPainter* painter) override;
+    [[nodiscard]] IPainter* GetIPainter() const override;
+    // A factor of 0 or less is ignored.
+    void SetZoomFactor(double factor) override;
+
+    // Both are true where the ports of a narrow node overlap. A point in a port counts whatever the
+    // states of the ports, and in an owner as well; a node of height 0 has no ports.
+    [[nodiscard]] bool IsLeftPortClicked(Node node, double x, double y) const override;
+    [[nodiscard]] bool IsRightPortClicked(Node node, double x, double y) const override;
+    // The states hold until they are set anew; they are 0 at first.
+    void SetLeftPortState(int state) override;
+    void SetRightPortState(int state) override;
+
+    // The look, to be read and changed.
+    [[nodiscard]] CPortNodeDrawInfo& GetDrawInfo() { return info_; }
+    [[nodiscard]] const CPortNodeDrawInfo& GetDrawInfo() const { return info_; }
+
+private:
+    void FillBox(Node node, const rectangle<double>& box) const;
+    void DrawPorts(rectangle<double>& box) const;
+    void DrawPort(const rectangle<double>& port, int state, const char* partial_mark) const;
+    void DrawFrame(rectangle<double> box) const;
+
+    CPortNodeDrawInfo info_;
+    int left_port_state_ = 0;
+    int right_port_state_ = 0;
 };
 
 }  // namespace nodeline

@@ -14,6 +14,7 @@
 #include <nodeline/handlers/edge_handler.h>
 #include <nodeline/handlers/handler_values.h>
 #include <nodeline/handlers/node_handler.h>
+#include <nodeline/handlers/port_node_handler.h>
 #include <nodeline/model/graph.h>
 #include <paintcore/color.h>
 
