@@ -1,0 +1,32 @@
+// The commands of the program.
+#pragma once
+
+#include <apps/cli/failure.h>
+#include <apps/cli/laid_out_graph.h>
+
+#include <string>
+
+namespace nodeline::cli {
+
+struct RenderOptions {
+    GraphOptions graph;
+    // Empty: beside the input, or standard output for standard input. "-" is standard output.
+    std::string output;
+    // "svg", "pdf" or "png"; empty: what the output's name says, else "svg".
+    std::string format;
+    double scale = 1.0;
+};
+
+// Each carries the command out, or throws a `Failure`.
+
+// Draws a graph into a file, and tells in one line what it wrote.
+void RunRender(const RenderOptions& options);
+// Prints the coordinates of a graph as JSON.
+void RunLayout(const GraphOptions& options);
+// Carries out a replay script.
+void RunReplayScript(const std::string& path);
+
+// Fails if standard output did not take all that was written to it.
+void FinishOutput();
+
+}  // namespace nodeline::cli
