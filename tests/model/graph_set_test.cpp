@@ -277,9 +277,9 @@ TEST(RecordHandles, CompareWithANumberFromBothSides) {
 }
 
 TEST(RecordHandles, OfEdgesCompareByIdToo) {
-    const graph_ptr<INodeImpl> none;
-    const graph_ptr<IEdgeImpl> first(new DefaultEdgeImpl(none, none));
-    const graph_ptr<IEdgeImpl> second(new DefaultEdgeImpl(none, none));
+    const graph_ptr<INodeImpl> end = record(1);
+    const graph_ptr<IEdgeImpl> first(new DefaultEdgeImpl(end, end));
+    const graph_ptr<IEdgeImpl> second(new DefaultEdgeImpl(end, end));
     EXPECT_TRUE(first < second);
     EXPECT_FALSE(first == second);
     EXPECT_TRUE(first != second);

@@ -6,7 +6,6 @@
 #include <support/layout_log.h>
 #include <support/named_graphs.h>
 
-#include <type_traits>
 #include <vector>
 
 namespace nodeline::test {

@@ -3,7 +3,6 @@
 #include <support/ids.h>
 #include <support/named_graphs.h>
 
-#include <cmath>
 #include <limits>
 #include <vector>
 

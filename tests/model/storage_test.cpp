@@ -3,9 +3,7 @@
 #include <nodeline/model/storage.h>
 #include <support/ids.h>
 
-#include <string>
 #include <type_traits>
-#include <vector>
 
 namespace nodeline::test {
 namespace {

@@ -129,6 +129,7 @@ private:
     double half_spacing(const Node& node) const {
         return 0.5 * (node.IsDummy() ? dummy_spacing : node_spacing);
     }
+    void ask_all_edges() const;
     void mark_as_neighbours(const Node& a, const Node& b, const Edge& edge);
     Nodes& level_at(int index);
 

@@ -175,7 +175,18 @@ void PlainLayout::mark_as_neighbours(const Node& a, const Node& b, const Edge& e
     local_infos[b].in.push_back({a, edge});
 }
 
+// The conversion to coordinates of the whole picture asks every edge for its bends in every owner,
+// which leaves an empty stretch where there are none.
+void PlainLayout::ask_all_edges() const {
+    for (const Node& u : nodes) {
+        for (const auto& pair : pairs(GetChildrenEx(u))) chain(pair.edge, u.GetOwner());
+        for (const auto& pair : pairs(GetEdgesOutEx(u))) chain(pair.edge, u.GetOwner());
+        for (const auto& pair : pairs(GetEdgesInEx(u))) chain(pair.edge, u.GetOwner());
+    }
+}
+
 void PlainLayout::mark_old() {
+    ask_all_edges();
     for (const Node& u : nodes) {
         if (skip(u)) continue;
         (*infos)[u].was_hidden = is_hidden(u);
@@ -258,7 +269,8 @@ int PlainLayout::_degree_ex(const Node& node, bool LocalEdgeInfo::*flag, Order o
     const Pairs parents = pairs(GetParentsEx(node));
     const Pairs children = pairs(GetChildrenEx(node));
     int count = count_degree(node, order == ORDER_IN ? parents : children, flag, false);
-    if (with_opposite) count += count_degree(node, order == ORDER_IN ? children : parents, flag, true);
+    if (with_opposite)
+        count += count_degree(node, order == ORDER_IN ? children : parents, flag, true);
     return count;
 }
 
@@ -569,9 +581,8 @@ void PlainLayout::force_adjust() {
             }
             std::size_t end = i;
             while (end < level.size() && level[end].IsDummy()) ++end;
-            const double highest = end == level.size()
-                                       ? DBL_MAX
-                                       : level[end].GetPosition().y - 0.5 * node_spacing;
+            const double highest =
+                end == level.size() ? DBL_MAX : level[end].GetPosition().y - 0.5 * node_spacing;
             force_adjust_block(level.data() + i, level.data() + end, DEPEND_OUT, true, lowest,
                                highest);
             i = end;
