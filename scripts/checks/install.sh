@@ -29,6 +29,11 @@ prints() {
     [[ "$printed" == "$expected" ]]
 }
 
+# The arguments are the program in README.md; the number depends on the font.
+prints_position() {
+    "$@" | tee /dev/stderr | grep -qxE 'check stands at [0-9.]+'
+}
+
 # The arguments are a program; told a file name, it writes a picture there.
 writes_picture() {
     rm -f "$work/picture.svg"
@@ -88,6 +93,11 @@ if check "install: into a prefix that is moved" install_and_move; then
     check "install: pkg-config" prints "$line" run_with_libraries "$work/consumer"
     check "install: pkg-config builds with Cairo" \
         compile_with_pkgconfig "$work/picture" tests/install/picture.cpp nodeline-cairo
+    sed -n '/^```cpp/,/^```/{/^```/!p}' README.md >"$work/readme.cpp"
+    check "install: the program in README.md builds" \
+        compile_with_pkgconfig "$work/readme" "$work/readme.cpp" nodeline-cairo
+    check "install: the program in README.md" \
+        prints_position run_with_libraries "$work/readme"
     check "install: pkg-config, Cairo" writes_picture run_with_libraries "$work/picture"
 fi
 
