@@ -8,10 +8,12 @@
 #include <nodeline/ops/graph_ops.h>
 
 #include <iostream>
-#include <memory>
 #include <string>
 
-using namespace nodeline;
+using nodeline::Edge;
+using nodeline::Graph;
+using nodeline::graph_ptr2;
+using nodeline::Node;
 
 namespace {
 
@@ -34,8 +36,8 @@ void DrawGraph(const graph_ptr2<Graph>& graph, paintcore::IPainter& painter, dou
             edge.GetHandler()->Draw(edge, &painter);
         }
     };
-    ForEachNodeIn(graph->GetRoot(), draw_node, false, false);
-    ForEachNodeIn(graph->GetRoot(), draw_edges, false, false);
+    nodeline::ForEachNodeIn(graph->GetRoot(), draw_node, false, false);
+    nodeline::ForEachNodeIn(graph->GetRoot(), draw_edges, false, false);
 }
 
 }  // namespace
@@ -59,21 +61,21 @@ int main() {
     check.LinkTo(read);
 
     // The handler decides how nodes look. It needs a painter to measure the captions with.
-    cairo::MeasuringPainter measure;
-    const graph_ptr2<SimpleNodeHandler> boxes(new SimpleNodeHandler, true);
+    nodeline::cairo::MeasuringPainter measure;
+    const graph_ptr2<nodeline::SimpleNodeHandler> boxes(new nodeline::SimpleNodeHandler, true);
     boxes->SetIPainter(&measure);
     graph->SetDefaultNodeHandler(boxes);
 
     // A new graph has asked for a layout of its root already; this carries it out.
-    graph->SetDefaultLayout(IncLayout::Create());
+    graph->SetDefaultLayout(nodeline::IncLayout::Create());
     graph->RecalculateLayout(&measure);
 
     // Only what is marked as drawn is painted: nothing is hidden here, so all of it.
-    MarkDrawnIn(graph);
+    nodeline::MarkDrawnIn(graph);
     constexpr double kScale = 1.0;
     std::string error;
-    const std::unique_ptr<cairo::Picture> picture =
-        cairo::MakePicture(cairo::PictureFormat::kSvg, root.GetSize(), kScale, &error);
+    const auto picture = nodeline::cairo::MakePicture(nodeline::cairo::PictureFormat::kSvg,
+                                                      root.GetSize(), kScale, &error);
     if (picture != nullptr) {
         picture->Draw([&](paintcore::IPainter& painter) { DrawGraph(graph, painter, kScale); });
     }

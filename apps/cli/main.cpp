@@ -137,14 +137,7 @@ private:
 
 }  // namespace
 
-void FinishOutput() {
-    if (!std::cout.flush()) throw Failure(kBadInput, "standard output cannot be written");
-}
-
-}  // namespace nodeline::cli
-
-int main(int argc, char** argv) {
-    using namespace nodeline::cli;
+int RunMain(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
     try {
         return Program().Run(argc, argv);
@@ -158,3 +151,7 @@ int main(int argc, char** argv) {
     }
     return kBadInput;
 }
+
+}  // namespace nodeline::cli
+
+int main(int argc, char** argv) { return nodeline::cli::RunMain(argc, argv); }

@@ -57,7 +57,7 @@ std::string output_of(const RenderOptions& options, PictureFormat format) {
         }
         return options.output.empty() ? "-" : options.output;
     }
-    const std::string output =
+    std::string output =
         options.output.empty()
             ? fs::path(options.graph.input).replace_extension(ending_of(format)).string()
             : options.output;
@@ -77,9 +77,9 @@ std::string seconds_since(std::chrono::steady_clock::time_point start) {
 
 void save(Picture& picture, const std::string& output) {
     std::string error;
-    const bool is_saved =
-        output == "-" ? picture.WriteTo(std::cout, &error) : picture.Save(output, &error);
-    if (!is_saved) throw Failure(kBadInput, error);
+    if (output != "-" ? picture.Save(output, &error) : picture.WriteTo(std::cout, &error)) return;
+    if (output == "-") FinishOutput();
+    throw Failure(kBadInput, error);
 }
 
 }  // namespace

@@ -13,19 +13,19 @@ namespace nodeline {
 
 // Bits of `Node::GetCondition`. The root has no bits, and setting one on it does nothing.
 enum NodeCondition {
-    NodeHidden = 1,     // not in the picture, nor what it owns
-    NodeSelected = 2,   // selected by the user
-    NodeDrawn = 4,      // may be painted; kept by `MarkDrawnIn`
-    NodeMarked = 8,     // marked by the application
-    NodeNew = 16,       // brought back by the last unfold
-    NodeHovered = 32    // under the pointer
+    NodeHidden = 1,    // not in the picture, nor what it owns
+    NodeSelected = 2,  // selected by the user
+    NodeDrawn = 4,     // may be painted; kept by `MarkDrawnIn`
+    NodeMarked = 8,    // marked by the application
+    NodeNew = 16,      // brought back by the last unfold
+    NodeHovered = 32   // under the pointer
 };
 
 // Bits of `Edge::GetCondition`.
 enum EdgeCondition {
-    EdgeDrawn = 4,     // may be painted; kept by `MarkDrawnIn`
-    EdgeMarked = 8,    // marked by the application
-    EdgeHovered = 16   // under the pointer
+    EdgeDrawn = 4,    // may be painted; kept by `MarkDrawnIn`
+    EdgeMarked = 8,   // marked by the application
+    EdgeHovered = 16  // under the pointer
 };
 
 // Sets or clears all bits of `flag`.
@@ -71,8 +71,8 @@ NODELINE_API void Unfold(Node node, FoldDirection direction);
 // Traversal
 
 // Applies `f` to every node of a subtree, and gives it back. Each node comes before what it owns,
-// or after it if `children_first`; `with_self` says whether `node` itself counts. `f` may not change
-// who owns what. The stack is as deep as the nesting, on the heap.
+// or after it if `children_first`; `with_self` says whether `node` itself counts. `f` may not
+// change who owns what. The stack is as deep as the nesting, on the heap.
 template <class F>
 F ForEachNodeIn(const Node& node, F f, bool children_first, bool with_self) {
     struct Level {
@@ -121,7 +121,8 @@ ProcessOutgoingEdges(F) -> ProcessOutgoingEdges<F>;
 // A layout looks at the nodes of one owner, each standing for all that it holds. These collect the
 // edges of a node's whole subtree and lift their far ends to the level of the node itself. The
 // results are sorted by node id, then edge id; parallel edges give a pair each. The root and break
-// nodes have no such neighbours. Linear in the subtree and its edges, times the nesting of far ends.
+// nodes have no such neighbours. Linear in the subtree and its edges, times the nesting of far
+// ends.
 
 // Siblings from which edges enter the node's subtree, and to which edges leave it.
 [[nodiscard]] NODELINE_API graph_ptr2<IGraphSet<NodeEdgePair>> GetParentsEx(Node node);

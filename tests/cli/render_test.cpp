@@ -189,7 +189,7 @@ TEST_F(Render, SaysThatStandardOutputIsFull) {
     Write("g.txt", kSmallGraph);
     const ProgramResult result = RunProgramInto("/dev/full", "render g.txt -o -");
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err, "cannot write to the stream\n");
+    EXPECT_EQ(result.err, "standard output cannot be written\n");
 }
 
 // Lanes of edges may run below all nodes, and no node makes room for them there.

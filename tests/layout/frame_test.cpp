@@ -55,7 +55,7 @@ TEST(LayoutFrame, ASecondInitAppendsTheStepsAgain) {
     EXPECT_EQ(NamesOf(engine.resize_steps), Twice(kResize));
 }
 
-// Levels, as the second round of steps finds them, hold every node twice; each round places them.
+// The second round finds the nodes on their levels, and places them by the new spacings.
 TEST(LayoutFrame, ASecondInitChangesTheSpacings) {
     BoxArrow g;
     const graph_ptr2<IncLayout> wide = IncLayout::Create();

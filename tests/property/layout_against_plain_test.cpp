@@ -3,19 +3,36 @@
 #include <support/plain_layout.h>
 #include <support/session.h>
 
-#include <cstdlib>
+#include <cstdint>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace nodeline::test {
 namespace {
 
 graph_ptr2<ILayout> NewLayout() { return IncLayout::Create(); }
-graph_ptr2<ILayout> NewPlainLayout() { return {new PlainLayout, true}; }
+
+// The plain layout keeps handles of nodes, and these keep the store: were the layouts owned by the
+// store, they would keep each other alive.
+struct PlainLayouts {
+    graph_ptr2<ILayout> New() {
+        layouts.push_back(std::make_unique<PlainLayout>());
+        return {layouts.back().get(), false};
+    }
+
+    std::vector<std::unique_ptr<PlainLayout>> layouts;
+};
+
+struct PlainSession : PlainLayouts, Session {
+    PlainSession(std::uint64_t seed, const SessionPlan& plan)
+        : Session(seed, plan, [this] { return New(); }) {}
+};
 
 // The same changes for both layouts, and the same bits after each.
 void Compare(std::uint64_t seed, const SessionPlan& plan, int changes) {
     Session session(seed, plan, NewLayout);
-    Session plain(seed, plan, NewPlainLayout);
+    PlainSession plain(seed, plan);
     std::string story = "seed " + std::to_string(seed) + ": make";
     for (int i = 0; i <= changes; ++i) {
         session.Recalculate();

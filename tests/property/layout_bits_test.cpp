@@ -42,7 +42,7 @@ TEST(LayoutBits, ALongSessionHasOneHash) {
         }
         session.Change();
     }
-    EXPECT_EQ(fnv.hash(), 11020502478636635682u);
+    EXPECT_EQ(fnv.hash(), 15003755210152761949u);
 }
 
 // Counts the objects of its kind that are alive.

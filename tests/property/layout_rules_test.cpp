@@ -86,7 +86,7 @@ void ExpectNotBelow(const Node& owner) {
     }
 }
 
-// Whether the layout of some owner routes the edge: neither end lies in the other, and both show.
+// Whether the layout of one owner alone routes the edge, and both ends show.
 bool IsBetweenSiblings(const Edge& edge) {
     return edge.From().GetOwner() == edge.To().GetOwner() && IsShown(edge.From()) &&
            IsShown(edge.To());
@@ -143,16 +143,11 @@ TEST(LayoutRules, AMakeKeepsTheSpacingAndStaysInItsOwners) {
 TEST(LayoutRules, RoutesBeginOnTheRightAndEndOnTheLeft) {
     for (std::uint64_t seed = 1; seed <= 100; ++seed) {
         SCOPED_TRACE(seed);
-        SessionPlan plan = LargePlan();
-        plan.upheavals = false;
-        Session session(seed, plan, NewLayout);
-        for (int i = 0; i < 6; ++i) {
-            session.Recalculate();
-            for (const Edge& edge : session.edges) {
-                if (i == 0 && IsBetweenSiblings(edge)) ExpectRouted(edge);
-                if (testing::Test::HasFatalFailure()) return;
-            }
-            session.Change();
+        Session session(seed, LargePlan(), NewLayout);
+        session.Recalculate();
+        for (const Edge& edge : session.edges) {
+            if (IsBetweenSiblings(edge)) ExpectRouted(edge);
+            if (HasFatalFailure()) return;
         }
     }
 }
@@ -243,8 +238,17 @@ TEST(LayoutRules, AnOwnerWithALayoutObjectOfItsOwnLooksTheSameAfterAMake) {
     }
 }
 
-// A make leaves no overlap to open, and nothing is new after it. Updates that do fit something in
-// may leave overlaps, which the next one opens.
+void ExpectNear(const Picture& now, const Picture& before) {
+    ASSERT_EQ(now.size(), before.size());
+    for (std::size_t i = 0; i < now.size(); ++i) {
+        ASSERT_NEAR(now[i].x, before[i].x, kHair) << now[i].kind << now[i].item;
+        ASSERT_NEAR(now[i].y, before[i].y, kHair) << now[i].kind << now[i].item;
+    }
+}
+
+// But for rounding where the whole drawing is brought back to the margin: the top of a make may lie
+// below it by the last digit. A make leaves no overlap to open, and nothing is new after it.
+// Updates that do fit something in may leave overlaps, which the next one opens.
 TEST(LayoutRules, AnUpdateWithoutAChangeAfterAMakeMovesNothing) {
     SessionPlan plan = LargePlan();
     plan.depth = 1;
@@ -255,7 +259,8 @@ TEST(LayoutRules, AnUpdateWithoutAChangeAfterAMakeMovesNothing) {
         for (int i = 0; i < 3; ++i) {
             session.root.UpdateLayout();
             session.Recalculate();
-            ASSERT_EQ(Difference(session.Look(), made), "") << seed << ", update " << i;
+            ExpectNear(session.Look(), made);
+            if (HasFatalFailure()) FAIL() << seed << ", update " << i;
         }
     }
 }

@@ -65,9 +65,16 @@ Node Session::random_owner() {
     return owner;
 }
 
+// Drawn one after the other: arguments are not evaluated in any order.
+int Session::random_size() {
+    const int width = random_.Between(0, 900);
+    const int height = random_.Between(0, 600);
+    return SizeTag(width, height);
+}
+
 Node Session::add_node(const Node& owner) {
     Node node = Node(owner).AddNode();
-    node.SetTag(SizeTag(random_.Between(0, 900), random_.Between(0, 500)));
+    node.SetTag(random_size());
     if (plan_.own_layouts > 0 && random_.OneIn(plan_.own_layouts)) node.SetLayout(new_layout_());
     nodes.push_back(node);
     return node;
@@ -102,7 +109,7 @@ void Session::ask(Node node) {
 
 void Session::resize_random_node() {
     Node node = random_.Of(nodes);
-    node.SetTag(SizeTag(random_.Between(0, 900), random_.Between(0, 900)));
+    node.SetTag(random_size());
     switch (random_.Below(4)) {
         case 0:
             node.ResizeAll();

@@ -59,6 +59,7 @@ public:
 private:
     Node add_node(const Node& owner);
     bool add_edge(Node from, const Node& to);
+    int random_size();
     Node random_owner();
     void add_random_edge();
     void resize_random_node();

@@ -3,6 +3,7 @@
 #include <nodeline/layout/internal/steps.h>
 #include <nodeline/model/internal/record_access.h>
 #include <nodeline/ops/graph_ops.h>
+#include <nodeline/ops/internal/absolute.h>
 
 #include <utility>
 
@@ -128,7 +129,7 @@ void LayoutEngine::Resize(const Node& node) {
         size_leaf(node);
         return;
     }
-    UnshiftPosition(node);
+    make_relative(node);
     OwnerStore& infos = owner_infos_[node.GetID()];
     LayoutRun run(settings, node, std::exchange(infos, OwnerStore()), local_infos_);
     run.load_scratch();
@@ -136,7 +137,7 @@ void LayoutEngine::Resize(const Node& node) {
     run_steps(resize_steps, run);
     owner_infos_[node.GetID()] = run.finish();
     Node(node).SetSize(run.extent);
-    ShiftPosition(node, point<double>{0.0, 0.0});
+    make_absolute(node);
 }
 
 void make_epilogue(LayoutRun& run) { run.mark_old(); }
