@@ -1,0 +1,1 @@
+"""What the scripts of this folder share: building, running and telling in Markdown."""

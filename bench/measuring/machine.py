@@ -1,0 +1,28 @@
+"""What the figures were measured on."""
+
+import os
+import pathlib
+import platform
+import subprocess
+
+
+def field(file, name):
+    for line in pathlib.Path(file).read_text().splitlines():
+        key, _, value = line.partition(":")
+        if key.strip() == name:
+            return value.strip()
+    return "unknown"
+
+
+def first_line(*command):
+    return subprocess.run(command, capture_output=True, text=True).stdout.splitlines()[0]
+
+
+def machine():
+    system = platform.freedesktop_os_release()["PRETTY_NAME"]
+    memory = int(field("/proc/meminfo", "MemTotal").split()[0]) / 2**20
+    cores = len(os.sched_getaffinity(0))
+    return (f"Measured on {cores} cores of a machine of the kind \"{field('/proc/cpuinfo', 'model name')}\" "
+            f"with {memory:.0f} GiB of memory, under {system} "
+            f"(Linux {platform.release().split('-')[0]}), "
+            f"built with {first_line('g++', '--version')} and the flags of the preset `release`.")
