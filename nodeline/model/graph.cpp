@@ -200,7 +200,8 @@ void Edge::RemoveBreakNodesIn(Node owner) {
 }
 
 void Edge::RemoveBreakNodes() {
-    if (is_usable(record_) && is_usable(store_)) store_->get_edge_vis(record_)->remove_break_nodes();
+    if (is_usable(record_) && is_usable(store_))
+        store_->get_edge_vis(record_)->remove_break_nodes();
 }
 
 void Edge::Remove() {

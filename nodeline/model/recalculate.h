@@ -21,8 +21,8 @@ NODELINE_API bool check_and_insert(RequestMap* map, graph_ptr<INodeImpl> node, i
 // among the entries from the second on is not filed again; the first entry is not compared.
 NODELINE_API void insert_with_owners(RequestMap* map, graph_ptr<INodeImpl> node);
 
-// Whether the node of `entry` is filed behind the first entry of its key, or of a lesser key down to
-// the key that is reached when the node is the root.
+// Whether the node of `entry` is filed behind the first entry of its key, or of a lesser key down
+// to the key that is reached when the node is the root.
 NODELINE_API bool is_redundant(std::pair<const int, graph_ptr<INodeImpl>> entry, RequestMap* map);
 
 // Forwards to `Edge::RemoveBreakNodes`.

@@ -160,8 +160,8 @@ public:
 
     // For storage code. Takes this node out of its owner's set; `owner_` stays.
     void unlink_owner();
-    // Takes the node apart, contents first: edges that arrive are removed, edges that leave are only
-    // dropped from this node, so whoever removes a single node removes those first.
+    // Takes the node apart, contents first: edges that arrive are removed, edges that leave are
+    // only dropped from this node, so whoever removes a single node removes those first.
     void delete_node();
     // Takes the edge out of its source's set and removes it, and out of its target's set alone.
     void delete_edge_from(graph_ptr<IEdgeImpl> edge);
@@ -169,7 +169,8 @@ public:
     // Takes an edge that leaves this node out of both ends' sets.
     void remove_edge(graph_ptr<IEdgeImpl> edge);
     // Appends the ends of `edges` that `member` names to `result`: distinct, by rising id.
-    void get_neighbours(graph_ptr<EdgeImplSet> edges, graph_ptr<INodeImpl> (IEdgeImpl::*member)() const,
+    void get_neighbours(graph_ptr<EdgeImplSet> edges,
+                        graph_ptr<INodeImpl> (IEdgeImpl::*member)() const,
                         graph_ptr<NodeImplSet> result);
 
 private:

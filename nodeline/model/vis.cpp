@@ -149,19 +149,21 @@ void DefaultGraphVis::set_default_edge_painter(graph_ptr2<IEdgeHandler> painter)
 }
 
 graph_ptr<NodeImplSet> DefaultGraphVis::test_node_hit(double x1, double y1, double x2, double y2) {
-    return tables_->node_hits.Test({x1, y1, x2, y2}, tables_->revision->value(), [this](auto visit) {
-        tables_->nodes.ForEach([&](int, NodeVisInfo& info) {
-            if (info.vis) visit(info.vis.get());
-        });
-    });
+    return tables_->node_hits.Test({x1, y1, x2, y2}, tables_->revision->value(),
+                                   [this](auto visit) {
+                                       tables_->nodes.ForEach([&](int, NodeVisInfo& info) {
+                                           if (info.vis) visit(info.vis.get());
+                                       });
+                                   });
 }
 
 graph_ptr<EdgeImplSet> DefaultGraphVis::test_edge_hit(double x1, double y1, double x2, double y2) {
-    return tables_->edge_hits.Test({x1, y1, x2, y2}, tables_->revision->value(), [this](auto visit) {
-        tables_->edges.ForEach([&](int, EdgeVisInfo& info) {
-            if (info.vis) visit(info.vis.get());
-        });
-    });
+    return tables_->edge_hits.Test({x1, y1, x2, y2}, tables_->revision->value(),
+                                   [this](auto visit) {
+                                       tables_->edges.ForEach([&](int, EdgeVisInfo& info) {
+                                           if (info.vis) visit(info.vis.get());
+                                       });
+                                   });
 }
 
 void DefaultGraphVis::add_to_make_list(graph_ptr<INodeImpl> impl) {

@@ -63,8 +63,8 @@ private:
         }
     }
 
-    // Goes through nodes and chains as they lie in memory. The bottom of a level is that of its last
-    // real node.
+    // Goes through nodes and chains as they lie in memory. The bottom of a level is that of its
+    // last real node.
     void place_in_memory_order(int n) {
         const auto is_inner = [&](int level) { return level >= 1 && level <= n - 2; };
         std::vector<double> bottoms(static_cast<std::size_t>(run_.node_count()), 0.0);

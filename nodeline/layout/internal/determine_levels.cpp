@@ -72,9 +72,8 @@ std::vector<Vertex> by_number(const LayoutRun& run, const std::vector<Vertex>& n
 void tighten_start_nodes(LayoutRun& run, const std::vector<Vertex>& starts) {
     for (const Vertex s : starts) {
         int nearest = INT_MAX;
-        for_each_successor(run, s, [&](Vertex next) {
-            nearest = std::min(nearest, at(run.infos, next).level);
-        });
+        for_each_successor(
+            run, s, [&](Vertex next) { nearest = std::min(nearest, at(run.infos, next).level); });
         if (nearest != INT_MAX && nearest > 2) at(run.infos, s).level = nearest - 1;
     }
 }

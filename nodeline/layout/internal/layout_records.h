@@ -45,8 +45,8 @@ struct Level {
     double width = 0.0;
 };
 
-// How the dummy nodes of a chain were linked: every other bend from `first` to `last`, in a row, with
-// a real node before the first and after the last where there is one.
+// How the dummy nodes of a chain were linked: every other bend from `first` to `last`, in a row,
+// with a real node before the first and after the last where there is one.
 struct LinkShape {
     int first = 0;
     int last = -1;

@@ -37,14 +37,14 @@ using LevelTable = std::vector<std::vector<Vertex>>;
 // An edge of the run.
 struct EdgeState {
     graph_ptr<DefaultEdgeVis> vis;
-    BreakChain* chain = nullptr;        // its bends in the owner; null where it has none
+    BreakChain* chain = nullptr;             // its bends in the owner; null where it has none
     const BreakChain* inner_from = nullptr;  // its bends inside the end nodes, where these are open
     const BreakChain* inner_to = nullptr;
     Vertex from = kNoVertex;  // the owner's node that holds the source; none if outside
     Vertex to = kNoVertex;
     std::int32_t region = -1;  // the records of the chain stand in `breaks` from here on
     std::int32_t old_entry = -1;
-    bool old = false;       // laid out by a finished run, with bends that are still there
+    bool old = false;         // laid out by a finished run, with bends that are still there
     bool marked_old = false;  // laid out by this run
 };
 

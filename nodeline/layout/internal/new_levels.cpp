@@ -68,7 +68,8 @@ std::optional<int> choose_level(const LayoutRun& run, Vertex v, Known level_of) 
 class Settling {
 public:
     Settling(LayoutRun& run, const std::vector<Vertex>& rest) : run_(run), rest_(rest) {
-        for (std::size_t i = 0; i < rest.size(); ++i) place_.Enter(run, rest[i], static_cast<int>(i));
+        for (std::size_t i = 0; i < rest.size(); ++i)
+            place_.Enter(run, rest[i], static_cast<int>(i));
         queued_.assign(rest.size(), 0);
     }
 

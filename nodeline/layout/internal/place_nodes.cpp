@@ -108,8 +108,8 @@ void insert_dummy_nodes_inout(LayoutRun& run, Vertex node, Order order) {
     }
 }
 
-// A chain of dummy nodes over the levels between the ends of an edge. It runs from the source to the
-// target whatever the direction; only the links look forward.
+// A chain of dummy nodes over the levels between the ends of an edge. It runs from the source to
+// the target whatever the direction; only the links look forward.
 void insert_long_chain(LayoutRun& run, Vertex from, Vertex to, EdgeIndex e, int distance) {
     const bool reversed = at(run.directions, e).reversed;
     const int first = reversed ? 4 : 2;

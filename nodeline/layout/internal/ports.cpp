@@ -25,7 +25,8 @@ private:
     // The side on which the edge meets the neighbour: the other one than the border's.
     [[nodiscard]] Order far_side() const { return side_ == ORDER_IN ? ORDER_OUT : ORDER_IN; }
 
-    [[nodiscard]] std::optional<double> get_y(const LinkShape& shape, const DummyState& port) const {
+    [[nodiscard]] std::optional<double> get_y(const LinkShape& shape,
+                                              const DummyState& port) const {
         const int i = port.index;
         if (i < shape.first || i > shape.last || (i - shape.first) % 2 != 0) return std::nullopt;
         // From the left border one looks forward, from the right one back.

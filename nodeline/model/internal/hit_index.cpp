@@ -41,19 +41,17 @@ void HitIndex::Build(std::vector<HitBox> boxes) {
     levels_.clear();
     if (boxes.empty()) return;
     for (auto& box : boxes) widen_nan(box);
-    std::sort(boxes.begin(), boxes.end(), [](const HitBox& a, const HitBox& b) {
-        return is_less(centre_x(a), centre_x(b));
-    });
+    std::sort(boxes.begin(), boxes.end(),
+              [](const HitBox& a, const HitBox& b) { return is_less(centre_x(a), centre_x(b)); });
     const std::size_t leaves = (boxes.size() + kFanOut - 1) / kFanOut;
     const auto columns = static_cast<std::size_t>(std::ceil(std::sqrt(double(leaves))));
     const std::size_t column = (leaves + columns - 1) / columns * kFanOut;
     for (std::size_t begin = 0; begin < boxes.size(); begin += column) {
         const std::size_t end = std::min(boxes.size(), begin + column);
-        std::sort(boxes.begin() + static_cast<std::ptrdiff_t>(begin),
-                  boxes.begin() + static_cast<std::ptrdiff_t>(end),
-                  [](const HitBox& a, const HitBox& b) {
-                      return is_less(centre_y(a), centre_y(b));
-                  });
+        std::sort(
+            boxes.begin() + static_cast<std::ptrdiff_t>(begin),
+            boxes.begin() + static_cast<std::ptrdiff_t>(end),
+            [](const HitBox& a, const HitBox& b) { return is_less(centre_y(a), centre_y(b)); });
     }
     levels_.push_back(std::move(boxes));
     while (levels_.back().size() > kFanOut) {

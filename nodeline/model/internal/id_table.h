@@ -42,7 +42,8 @@ public:
         for (auto& page : pages_) {
             for (std::size_t i = 0; page && i < kPageSize; ++i) {
                 Slot& slot = page->slots[i];
-                if (slot.used) f(number * static_cast<int>(kPageSize) + static_cast<int>(i), slot.value);
+                if (slot.used)
+                    f(number * static_cast<int>(kPageSize) + static_cast<int>(i), slot.value);
             }
             ++number;
         }
@@ -64,9 +65,7 @@ private:
         constexpr int kSize = static_cast<int>(kPageSize);
         return id >= 0 ? id / kSize : -1 - (-1 - id) / kSize;
     }
-    static std::size_t offset_of(int id) {
-        return static_cast<std::size_t>(id) & (kPageSize - 1);
-    }
+    static std::size_t offset_of(int id) { return static_cast<std::size_t>(id) & (kPageSize - 1); }
 
     Page* find_page(int id) {
         const std::ptrdiff_t place = std::ptrdiff_t{number_of(id)} - first_number_;

@@ -9,8 +9,8 @@ namespace nodeline {
 struct GetNodeEdgeEx {
     graph_ptr2<GraphSet<NodeEdgePair>> result;
     Node limit;
-    Node (Edge::*end)() const;        // the far end
-    EdgeSet (Node::*edges)() const;   // the edges of a node to look at
+    Node (Edge::*end)() const;       // the far end
+    EdgeSet (Node::*edges)() const;  // the edges of a node to look at
 
     void operator()(const Node& n);
 };

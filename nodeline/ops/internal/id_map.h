@@ -20,8 +20,8 @@ public:
     void Reset(int lowest, int highest, std::size_t count) {
         sparse_.clear();
         lowest_ = lowest;
-        const auto range = static_cast<std::size_t>(
-            std::max<std::int64_t>(0, std::int64_t{highest} - lowest + 1));
+        const auto range =
+            static_cast<std::size_t>(std::max<std::int64_t>(0, std::int64_t{highest} - lowest + 1));
         is_dense_ = range <= 8 * count + 1024;
         if (is_dense_) {
             dense_.assign(range, kNone);

@@ -37,11 +37,15 @@ public:
     // With `sorted` false, runs come in no particular order.
     void Collect(INodeImpl& owner, bool sorted = true);
 
-    [[nodiscard]] std::int32_t node_count() const { return static_cast<std::int32_t>(nodes.size()); }
-    [[nodiscard]] std::int32_t edge_count() const { return static_cast<std::int32_t>(edges.size()); }
+    [[nodiscard]] std::int32_t node_count() const {
+        return static_cast<std::int32_t>(nodes.size());
+    }
+    [[nodiscard]] std::int32_t edge_count() const {
+        return static_cast<std::int32_t>(edges.size());
+    }
     [[nodiscard]] Run Of(Kind kind, std::int32_t node) const {
-        const auto place = static_cast<std::size_t>(kind) * nodes.size() +
-                           static_cast<std::size_t>(node);
+        const auto place =
+            static_cast<std::size_t>(kind) * nodes.size() + static_cast<std::size_t>(node);
         return {entries_.data() + starts_[place], entries_.data() + starts_[place + 1]};
     }
 
