@@ -54,8 +54,8 @@ struct DefaultGraphVis::Tables {
     graph_ptr<NodeImplSet> update_list{new NodeImplSet};
     graph_ptr<NodeImplSet> resize_list{new NodeImplSet};
     graph_ptr<Revision> revision{new Revision};
-    internal::NodeHitTest node_hits;
-    internal::EdgeHitTest edge_hits;
+    internal::HitCandidates<DefaultNodeVis> node_candidates;
+    internal::HitCandidates<DefaultEdgeVis> edge_candidates;
 };
 
 DefaultGraphVis::DefaultGraphVis() : tables_(std::make_unique<Tables>()) {
@@ -149,21 +149,27 @@ void DefaultGraphVis::set_default_edge_painter(graph_ptr2<IEdgeHandler> painter)
 }
 
 graph_ptr<NodeImplSet> DefaultGraphVis::test_node_hit(double x1, double y1, double x2, double y2) {
-    return tables_->node_hits.Test({x1, y1, x2, y2}, tables_->revision->value(),
-                                   [this](auto visit) {
-                                       tables_->nodes.ForEach([&](int, NodeVisInfo& info) {
-                                           if (info.vis) visit(info.vis.get());
-                                       });
-                                   });
+    const internal::HitQuery query{x1, y1, x2, y2};
+    const auto for_each = [this](auto visit) {
+        tables_->nodes.ForEach([&](int, NodeVisInfo& info) {
+            if (info.vis) visit(info.vis.get());
+        });
+    };
+    return internal::collect_hits(
+        query, tables_->node_candidates.Find(query, tables_->revision->value(), for_each,
+                                             internal::make_node_boxes));
 }
 
 graph_ptr<EdgeImplSet> DefaultGraphVis::test_edge_hit(double x1, double y1, double x2, double y2) {
-    return tables_->edge_hits.Test({x1, y1, x2, y2}, tables_->revision->value(),
-                                   [this](auto visit) {
-                                       tables_->edges.ForEach([&](int, EdgeVisInfo& info) {
-                                           if (info.vis) visit(info.vis.get());
-                                       });
-                                   });
+    const internal::HitQuery query{x1, y1, x2, y2};
+    const auto for_each = [this](auto visit) {
+        tables_->edges.ForEach([&](int, EdgeVisInfo& info) {
+            if (info.vis) visit(info.vis.get());
+        });
+    };
+    return internal::collect_hits(
+        query, tables_->edge_candidates.Find(query, tables_->revision->value(), for_each,
+                                             internal::make_edge_boxes));
 }
 
 void DefaultGraphVis::add_to_make_list(graph_ptr<INodeImpl> impl) {

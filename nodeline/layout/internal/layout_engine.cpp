@@ -71,7 +71,7 @@ void LayoutEngine::run_inside_out(const Node& node, ILayout& self, Mode mode) {
         Frame& frame = path.back();
         const auto owned = owned_of(*frame.owner);
         if (frame.next < owned.size()) {
-            const graph_ptr<INodeImpl> child = owned[frame.next++];
+            const graph_ptr<INodeImpl>& child = owned[frame.next++];
             if (child.get() == frame.owner.get()) continue;
             const graph_ptr2<ILayout> layout = store->get_node_layout(child);
             if (!layout) continue;

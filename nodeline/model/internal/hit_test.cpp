@@ -95,38 +95,24 @@ private:
     int bends_ = 0;
 };
 
-// Brings what the index found into the order of the records, each once.
-template <class Vis>
-void take_found(std::vector<std::int32_t>& found, const std::vector<Vis*>& items,
-                std::vector<Vis*>& candidates) {
-    std::sort(found.begin(), found.end());
-    found.erase(std::unique(found.begin(), found.end()), found.end());
-    for (const std::int32_t i : found) candidates.push_back(items[static_cast<std::size_t>(i)]);
-}
-
 }  // namespace
 
-void NodeHitTest::build() {
+std::vector<HitBox> make_node_boxes(const std::vector<DefaultNodeVis*>& items) {
     std::vector<HitBox> boxes;
-    boxes.reserve(items_.size());
-    for (std::size_t i = 0; i < items_.size(); ++i) {
-        const point<double> p = items_[i]->get_position();
-        const size<double> s = items_[i]->get_size();
+    boxes.reserve(items.size());
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        const point<double> p = items[i]->get_position();
+        const size<double> s = items[i]->get_size();
         boxes.push_back({p.x, p.y, p.x + s.cx, p.y + s.cy, static_cast<std::int32_t>(i)});
     }
-    index_.Build(std::move(boxes));
+    return boxes;
 }
 
-void NodeHitTest::query_index(const HitQuery& q) {
-    found_.clear();
-    index_.Query(q.x1, q.y1, q.x2, q.y2, found_);
-    take_found(found_, items_, candidates_);
-}
-
-graph_ptr<NodeImplSet> NodeHitTest::collect(const HitQuery& query) const {
+graph_ptr<NodeImplSet> collect_hits(const HitQuery& query,
+                                    const std::vector<DefaultNodeVis*>& candidates) {
     graph_ptr<NodeImplSet> touching(new NodeImplSet);
     std::vector<graph_ptr<INodeImpl>> enclosing;
-    for (DefaultNodeVis* vis : candidates_) {
+    for (DefaultNodeVis* vis : candidates) {
         const point<double> p = vis->get_position();
         const size<double> s = vis->get_size();
         if (is_apart(query, p, s)) continue;
@@ -148,27 +134,22 @@ graph_ptr<NodeImplSet> NodeHitTest::collect(const HitQuery& query) const {
     return touching;
 }
 
-void EdgeHitTest::build() {
+std::vector<HitBox> make_edge_boxes(const std::vector<DefaultEdgeVis*>& items) {
     std::vector<HitBox> boxes;
-    for (std::size_t i = 0; i < items_.size(); ++i) {
+    for (std::size_t i = 0; i < items.size(); ++i) {
         RouteBoxes route(static_cast<std::int32_t>(i), boxes);
-        for (const auto& chain : items_[i]->GetRoute()) {
+        for (const auto& chain : items[i]->GetRoute()) {
             for (int k = 0; k < chain->GetCount(); ++k) route.Add(chain->GetPositionAt(k));
         }
         route.Finish();
     }
-    index_.Build(std::move(boxes));
+    return boxes;
 }
 
-void EdgeHitTest::query_index(const HitQuery& q) {
-    found_.clear();
-    index_.Query(q.x1, q.y1, q.x2, q.y2, found_);
-    take_found(found_, items_, candidates_);
-}
-
-graph_ptr<EdgeImplSet> EdgeHitTest::collect(const HitQuery& query) const {
+graph_ptr<EdgeImplSet> collect_hits(const HitQuery& query,
+                                    const std::vector<DefaultEdgeVis*>& candidates) {
     graph_ptr<EdgeImplSet> hits(new EdgeImplSet);
-    for (DefaultEdgeVis* vis : candidates_) {
+    for (DefaultEdgeVis* vis : candidates) {
         if (is_route_hit(query, *vis)) hits->Add(vis->get_edge_impl());
     }
     return hits;

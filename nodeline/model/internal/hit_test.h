@@ -42,71 +42,52 @@ private:
     unsigned long long revision_ = 0;
 };
 
-class NodeHitTest {
+// Finds the records that a query may meet: all of them, or what an index tells.
+template <class Vis>
+class HitCandidates {
 public:
-    // `for_each(visit)` calls `visit(DefaultNodeVis*)` for every record, by rising id.
-    template <class ForEach>
-    graph_ptr<NodeImplSet> Test(const HitQuery& query, unsigned long long revision,
-                                ForEach for_each) {
+    // `for_each(visit)` calls `visit(Vis*)` for every record, by rising id; `make_boxes(items)`
+    // gives the boxes of the records, each with the place of its record. The answer keeps the order
+    // of the records, and stands until the next call.
+    template <class ForEach, class MakeBoxes>
+    const std::vector<Vis*>& Find(const HitQuery& q, unsigned long long revision, ForEach for_each,
+                                  MakeBoxes make_boxes) {
         candidates_.clear();
         const IndexState::Action action = state_.Next(revision);
         if (action == IndexState::Action::kWalk) {
-            for_each([&](DefaultNodeVis* vis) { candidates_.push_back(vis); });
-            return collect(query);
+            for_each([&](Vis* vis) { candidates_.push_back(vis); });
+            return candidates_;
         }
         if (action == IndexState::Action::kBuild) {
             items_.clear();
-            for_each([&](DefaultNodeVis* vis) { items_.push_back(vis); });
-            build();
+            for_each([&](Vis* vis) { items_.push_back(vis); });
+            index_.Build(make_boxes(items_));
         }
-        query_index(query);
-        return collect(query);
+        found_.clear();
+        index_.Query(q.x1, q.y1, q.x2, q.y2, found_);
+        std::sort(found_.begin(), found_.end());
+        found_.erase(std::unique(found_.begin(), found_.end()), found_.end());
+        for (const std::int32_t i : found_) {
+            candidates_.push_back(items_[static_cast<std::size_t>(i)]);
+        }
+        return candidates_;
     }
 
 private:
-    void build();
-    void query_index(const HitQuery& query);
-    // Applies the exact test to the candidates, in order.
-    graph_ptr<NodeImplSet> collect(const HitQuery& query) const;
-
     IndexState state_;
     HitIndex index_;
-    std::vector<DefaultNodeVis*> items_;
-    std::vector<DefaultNodeVis*> candidates_;
+    std::vector<Vis*> items_;
+    std::vector<Vis*> candidates_;
     std::vector<std::int32_t> found_;
 };
 
-class EdgeHitTest {
-public:
-    // `for_each(visit)` calls `visit(DefaultEdgeVis*)` for every record, by rising id.
-    template <class ForEach>
-    graph_ptr<EdgeImplSet> Test(const HitQuery& query, unsigned long long revision,
-                                ForEach for_each) {
-        candidates_.clear();
-        const IndexState::Action action = state_.Next(revision);
-        if (action == IndexState::Action::kWalk) {
-            for_each([&](DefaultEdgeVis* vis) { candidates_.push_back(vis); });
-            return collect(query);
-        }
-        if (action == IndexState::Action::kBuild) {
-            items_.clear();
-            for_each([&](DefaultEdgeVis* vis) { items_.push_back(vis); });
-            build();
-        }
-        query_index(query);
-        return collect(query);
-    }
+[[nodiscard]] std::vector<HitBox> make_node_boxes(const std::vector<DefaultNodeVis*>& items);
+[[nodiscard]] std::vector<HitBox> make_edge_boxes(const std::vector<DefaultEdgeVis*>& items);
 
-private:
-    void build();
-    void query_index(const HitQuery& query);
-    graph_ptr<EdgeImplSet> collect(const HitQuery& query) const;
-
-    IndexState state_;
-    HitIndex index_;
-    std::vector<DefaultEdgeVis*> items_;
-    std::vector<DefaultEdgeVis*> candidates_;
-    std::vector<std::int32_t> found_;
-};
+// The exact tests.
+[[nodiscard]] graph_ptr<NodeImplSet> collect_hits(const HitQuery& query,
+                                                  const std::vector<DefaultNodeVis*>& candidates);
+[[nodiscard]] graph_ptr<EdgeImplSet> collect_hits(const HitQuery& query,
+                                                  const std::vector<DefaultEdgeVis*>& candidates);
 
 }  // namespace nodeline::internal
