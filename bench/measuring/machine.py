@@ -20,9 +20,9 @@ def first_line(*command):
 
 def machine():
     system = platform.freedesktop_os_release()["PRETTY_NAME"]
+    processor = field("/proc/cpuinfo", "model name")
     memory = int(field("/proc/meminfo", "MemTotal").split()[0]) / 2**20
     cores = len(os.sched_getaffinity(0))
-    return (f"Measured on {cores} cores of a machine of the kind \"{field('/proc/cpuinfo', 'model name')}\" "
-            f"with {memory:.0f} GiB of memory, under {system} "
-            f"(Linux {platform.release().split('-')[0]}), "
-            f"built with {first_line('g++', '--version')} and the flags of the preset `release`.")
+    return (f"Measured on {cores} cores of an \"{processor}\" with {memory:.0f} GiB of memory, "
+            f"under {system} with Linux {platform.release().split('-')[0]}; built with "
+            f"{first_line('g++', '--version')} and the flags of the preset `release`.")

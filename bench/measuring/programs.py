@@ -32,7 +32,7 @@ def say(text):
 
 def require(commands):
     """Ends the script unless the commands are there; `commands` names the package of each."""
-    missing = sorted({package for command, package in commands.items() if not shutil.which(command)})
+    missing = sorted({commands[name] for name in commands if not shutil.which(name)})
     if missing:
         sys.exit(f"Missing: {' '.join(missing)}. To install: apt-get install {' '.join(missing)}")
 
