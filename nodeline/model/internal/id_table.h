@@ -19,6 +19,7 @@ public:
     T& Get(int id) {
         Page& page = page_of(id);
         Slot& slot = page.slots[offset_of(id)];
+        if (!slot.used) ++page.count;
         slot.used = true;
         return slot.value;
     }
@@ -31,8 +32,17 @@ public:
         return slot.used ? &slot.value : nullptr;
     }
 
+    // A page goes with its last entry: ids are not used again.
     void Erase(int id) {
-        if (Page* page = find_page(id)) page->slots[offset_of(id)] = Slot();
+        Page* page = find_page(id);
+        if (page == nullptr) return;
+        Slot& slot = page->slots[offset_of(id)];
+        if (!slot.used) return;
+        // What goes with the value may lead back here, so the table is in order by then.
+        const Slot erased = std::exchange(slot, Slot());
+        if (--page->count > 0) return;
+        const auto place = static_cast<std::size_t>(number_of(id) - first_number_);
+        const std::unique_ptr<Page> empty = std::move(pages_[place]);
     }
 
     // Calls `f(id, value)` for every entry, by rising id.
@@ -58,6 +68,7 @@ private:
     };
     struct Page {
         std::array<Slot, kPageSize> slots;
+        std::size_t count = 0;  // of the slots in use
     };
 
     // Rounds towards minus infinity, so that every page holds consecutive ids.
@@ -86,10 +97,21 @@ private:
             pages_ = std::move(grown);
             first_number_ -= static_cast<int>(more);
         }
+        if (number - first_number_ >= static_cast<int>(pages_.size())) drop_empty_start();
         const auto place = static_cast<std::size_t>(number - first_number_);
         if (place >= pages_.size()) pages_.resize(place + 1);
         if (!pages_[place]) pages_[place] = std::make_unique<Page>();
         return *pages_[place];
+    }
+
+    // As ids rise, the directory moves along with those in use.
+    void drop_empty_start() {
+        const auto first = std::find_if(pages_.begin(), pages_.end(),
+                                        [](const auto& page) { return page != nullptr; });
+        const auto empty = first - pages_.begin();
+        if (empty <= static_cast<std::ptrdiff_t>(pages_.size() / 2)) return;
+        pages_.erase(pages_.begin(), first);
+        first_number_ += static_cast<int>(empty);
     }
 
     std::vector<std::unique_ptr<Page>> pages_;
