@@ -126,6 +126,20 @@ void Session::resize_random_node() {
     }
 }
 
+// Along its level: what grows the other way pushes whole levels on.
+void Session::grow_node(Node node) {
+    const int width = node.GetTag() / 10000;
+    const int height = node.GetTag() % 10000 + random_.Between(20, 400);
+    node.SetTag(SizeTag(width, std::min(height, 2000)));
+    random_.OneIn(2) ? node.ResizeSelf() : ask(node);
+}
+
+void Session::make_room() {
+    if (!plan_.bounded) return;
+    while (static_cast<int>(nodes.size()) >= plan_.nodes) remove_node();
+    while (static_cast<int>(edges.size()) >= plan_.edges) remove_edge();
+}
+
 // Edges that leave a node do not go with it by themselves.
 void Session::remove_node() {
     Node node = random_.Of(nodes);
@@ -166,9 +180,11 @@ std::string Session::Change() {
         ask(add_node(root));
         return "add a first node";
     }
+    make_room();
+    if (nodes.empty()) return "remove all nodes";
     Node node = random_.Of(nodes);
     const auto direction = random_.OneIn(2) ? FoldParents : FoldChildren;
-    switch (random_.Below(plan_.upheavals ? 16 : 11)) {
+    switch (random_.Below(!plan_.upheavals ? 11 : plan_.drags ? 18 : 16)) {
         case 0:
             Fold(node, direction);
             return "fold";
@@ -216,11 +232,20 @@ std::string Session::Change() {
         case 14:
             root.MakeLayout();
             return "make";
-        default:
+        case 15:
             add_random_edge();
             node.ResizeAll();
             root.ResizeSelf();
             return "resize what is not laid out";
+        case 16: {
+            const double x = random_.Real(-20.0, 400.0);
+            const double y = random_.Real(-20.0, 400.0);
+            MoveNode(node, x, y);
+            return "drag a node";
+        }
+        default:
+            grow_node(node);
+            return "grow a node";
     }
 }
 

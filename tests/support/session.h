@@ -22,6 +22,10 @@ struct SessionPlan {
     bool acyclic = false;
     // Nodes move to other owners, and parts of the graph are made anew.
     bool upheavals = true;
+    // Nodes are also dragged about and grow, which adds to the upheavals.
+    bool drags = false;
+    // A graph that has grown to `nodes` or `edges` loses some before it changes further.
+    bool bounded = false;
 };
 
 // A place in a picture: what stands there, and where.
@@ -63,6 +67,8 @@ private:
     Node random_owner();
     void add_random_edge();
     void resize_random_node();
+    void grow_node(Node node);
+    void make_room();
     void remove_node();
     void remove_edge();
     void move_node();
