@@ -16,7 +16,7 @@ namespace nodeline::cairo {
 class ExtentCache {
 public:
     // The most that one generation holds.
-    static constexpr std::size_t kMaxTexts = 8192;
+    static constexpr std::size_t kMaxTexts = 32768;
     static constexpr std::size_t kMaxBytes = std::size_t{1} << 20;
 
     // Null if the text is not known. Good until the next call.
