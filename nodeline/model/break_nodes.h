@@ -31,6 +31,15 @@ public:
         positions_[static_cast<std::size_t>(index)] = {x, y};
         revision_->Advance();
     }
+    // The positions of all bends, for whoever moves many of them at once.
+    [[nodiscard]] point<double>* EditPositions() {
+        revision_->Advance();
+        return positions_.data();
+    }
+    // Whether the ids of the bends are the `count` ones that fall from `first_id`, and no others.
+    [[nodiscard]] bool IsRun(int first_id, int count) const {
+        return first_id_ == first_id && first_count_ == count && more_ids_.empty();
+    }
     // Adds to the positions of all bends.
     void Shift(const point<double>& delta);
 

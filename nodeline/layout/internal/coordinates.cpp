@@ -63,40 +63,88 @@ private:
         }
     }
 
-    // Goes through nodes and chains as they lie in memory. The bottom of a level is that of its
-    // last real node.
+    // Places nodes level by level, then chains as they lie in memory, each with all of its bends.
     void place_in_memory_order(int n) {
-        const auto is_inner = [&](int level) { return level >= 1 && level <= n - 2; };
-        std::vector<double> bottoms(static_cast<std::size_t>(run_.node_count()), 0.0);
-        for (Vertex v = 0; v < run_.node_count(); ++v) {
-            const int level = run_.level_of(v);
-            if (at(run_.hidden, v) != 0 || !is_inner(level)) continue;
-            place(v, at(bands_, level));
-            at(bottoms, v) = bottom_;
-        }
-        for (const Vertex v : run_.break_vertices()) {
-            if (v == kNoVertex) continue;
-            const int level = run_.level_of(v);
-            if (is_inner(level)) place(v, at(bands_, level));
-        }
-        double bottom = 0.0;
+        placed_.assign(static_cast<std::size_t>(run_.node_count()), 0);
+        find_turning();
         for (int k = 1; k <= n - 2; ++k) {
-            const auto& level = run_.level_at(k);
-            const auto last = std::find_if(level.rbegin(), level.rend(),
-                                           [&](Vertex v) { return !run_.is_dummy(v); });
-            if (last != level.rend()) bottom = at(bottoms, *last);
-            max_bottom_ = std::max(max_bottom_, bottom + settings_.node_spacing);
+            for (const Vertex v : run_.level_at(k)) {
+                if (run_.is_dummy(v)) continue;
+                at(placed_, v) = 1;
+                put_node(v, at(bands_, k));
+                if (at(turns_, v) != 0) place_backedges(v, at(bands_, k));
+            }
+            max_bottom_ = std::max(max_bottom_, bottom_ + settings_.node_spacing);
+        }
+        for (EdgeIndex e = 0; e < run_.edge_count(); ++e) {
+            if (at(run_.edges, e).chain == nullptr) continue;
+            place_ends(e);
+            if (at(run_.edges, e).region >= 0) place_chain(e, n);
         }
     }
 
+    void find_turning() {
+        turns_.assign(static_cast<std::size_t>(run_.node_count()), 0);
+        for (EdgeIndex e = 0; e < run_.edge_count(); ++e) {
+            const EdgeDirection& way = at(run_.directions, e);
+            if (!way.reversed && !way.flat) continue;
+            const EdgeState& edge = at(run_.edges, e);
+            if (edge.from != kNoVertex) at(turns_, edge.from) = 1;
+            if (edge.to != kNoVertex) at(turns_, edge.to) = 1;
+        }
+    }
+
+    // The bends at the ends of an edge, where its nodes are seen.
+    void place_ends(EdgeIndex e) {
+        const EdgeState& edge = at(run_.edges, e);
+        const Vertex from = edge.from;
+        const Vertex to = edge.to;
+        const bool is_crossing = from == kNoVertex || to == kNoVertex;
+        if (!is_crossing && (at(run_.hidden, from) != 0 || at(run_.hidden, to) != 0)) return;
+        if (from != kNoVertex && at(placed_, from) != 0) {
+            place_start(e, from, at(bands_, run_.level_of(from)), is_crossing);
+        }
+        if (to != kNoVertex && at(placed_, to) != 0) {
+            place_end(e, to, at(bands_, run_.level_of(to)), is_crossing);
+        }
+    }
+
+    // The dummy nodes of a chain, with their partners.
+    void place_chain(EdgeIndex e, int n) {
+        const EdgeState& edge = at(run_.edges, e);
+        const bool reversed = at(run_.directions, e).reversed;
+        const auto region = static_cast<std::size_t>(edge.region);
+        const Vertex* vertices = run_.break_vertices().data() + region;
+        BreakInfo* infos = run_.breaks.data() + region;
+        point<double>* bends = edge.chain->EditPositions();
+        int looked_at = 0;
+        for (int i = 0; i < edge.bends; ++i) {
+            if (vertices[i] == kNoVertex) continue;
+            const int level = infos[i].level;
+            if (level < 1 || level > n - 2) continue;
+            const Band& band = at(bands_, level);
+            const double y = at(run_.y, vertices[i]) - y_offset_;
+            at(run_.y, vertices[i]) = y;
+            const int partner = find_partner(infos, edge.bends, i, i, level);
+            looked_at = std::max(looked_at, partner < 0 ? edge.bends : partner + 1);
+            if (partner < 0) {
+                bends[i] = {band.left, y};
+                continue;
+            }
+            const bool partner_first = is_partner_first(reversed, edge.bends, partner, i);
+            bends[partner] = {partner_first ? band.left : band.right, y};
+            bends[i] = {partner_first ? band.right : band.left, y};
+            if (vertices[partner] != kNoVertex) at(run_.y, vertices[partner]) = y;
+        }
+        for (int i = 0; i < looked_at; ++i) infos[i].known = true;
+    }
+
     void place(Vertex v, const Band& band) {
-        const double y = at(run_.y, v) - y_offset_;
         if (run_.is_dummy(v)) {
-            place_break_node(v, band, y);
+            place_break_node(v, band, at(run_.y, v) - y_offset_);
             return;
         }
-        place_normal_node(v, band, y);
-        bottom_ = at(run_.y, v) + at(run_.sizes, v).cy;
+        place_normal_node(v, band);
         place_backedges(v, band);
     }
 
@@ -114,48 +162,56 @@ private:
         return band;
     }
 
-    void place_normal_node(Vertex v, const Band& band, double y) {
-        const size<double>& s = at(run_.sizes, v);
-        const double x = (band.left + band.right - s.cx) * 0.5;
-        at(run_.x, v) = x;
-        at(run_.y, v) = y;
-        const double out_x = x + s.cx + settings_.backedge_spacing;
-        const double in_x = x - settings_.backedge_spacing;
-        const double half = 0.5 * s.cy;
+    void place_normal_node(Vertex v, const Band& band) {
+        put_node(v, band);
         for (const auto& entry : run_.neighbours(OwnerEdges::kChildren, v)) {
-            if (at(run_.hidden, entry.node) != 0) continue;
-            const EdgeDirection& way = at(run_.directions, entry.edge);
-            const bool turns = way.reversed || way.flat;
-            meet_node(entry.edge, 0, v, x + s.cx, half, ORDER_OUT);
-            meet_node(entry.edge, 1, v, turns ? out_x : band.right, half, ORDER_OUT);
+            if (at(run_.hidden, entry.node) == 0) place_start(entry.edge, v, band, false);
         }
         for (const auto& entry : run_.neighbours(OwnerEdges::kParents, v)) {
-            if (at(run_.hidden, entry.node) != 0) continue;
-            // A flat edge arrives like a forward one.
-            const bool turns = at(run_.directions, entry.edge).reversed;
-            const int last = count_bends(entry.edge) - 1;
-            meet_node(entry.edge, last - 1, v, turns ? in_x : band.left, half, ORDER_IN);
-            meet_node(entry.edge, last, v, x, half, ORDER_IN);
+            if (at(run_.hidden, entry.node) == 0) place_end(entry.edge, v, band, false);
         }
         for (const auto& entry : run_.neighbours(OwnerEdges::kEdgesIn, v)) {
-            const int last = count_bends(entry.edge) - 1;
-            meet_node(entry.edge, last - 1, v, band.left, half, ORDER_IN);
-            meet_node(entry.edge, last, v, x, half, ORDER_IN);
+            place_end(entry.edge, v, band, true);
         }
         for (const auto& entry : run_.neighbours(OwnerEdges::kEdgesOut, v)) {
-            meet_node(entry.edge, 1, v, band.right, half, ORDER_OUT);
-            meet_node(entry.edge, 0, v, x + s.cx, half, ORDER_OUT);
+            place_start(entry.edge, v, band, true);
         }
     }
 
-    [[nodiscard]] int count_bends(EdgeIndex e) const {
-        const BreakChain* chain = at(run_.edges, e).chain;
-        return chain == nullptr ? 0 : chain->GetCount();
+    void put_node(Vertex v, const Band& band) {
+        const size<double>& s = at(run_.sizes, v);
+        at(run_.x, v) = (band.left + band.right - s.cx) * 0.5;
+        at(run_.y, v) -= y_offset_;
+        bottom_ = at(run_.y, v) + s.cy;
     }
 
-    // Puts a bend at `x`, level with the place where its edge meets the node.
-    void meet_node(EdgeIndex e, int index, Vertex v, double x, double half, Order side) {
-        run_.move_bend(e, index, x, at(run_.y, v) + run_.port_offset(e, v, side, half));
+    // Where an edge leaves its source; the second bend stands where the edge may turn. An edge
+    // across the border turns nowhere.
+    void place_start(EdgeIndex e, Vertex v, const Band& band, bool is_crossing) {
+        const double right = at(run_.x, v) + at(run_.sizes, v).cx;
+        const EdgeDirection& way = at(run_.directions, e);
+        const bool turns = !is_crossing && (way.reversed || way.flat);
+        meet_node(e, 0, right, 1, turns ? right + settings_.backedge_spacing : band.right, v,
+                  ORDER_OUT);
+    }
+
+    // Where an edge arrives. A flat edge arrives like a forward one.
+    void place_end(EdgeIndex e, Vertex v, const Band& band, bool is_crossing) {
+        const double left = at(run_.x, v);
+        const bool turns = !is_crossing && at(run_.directions, e).reversed;
+        const int last = at(run_.edges, e).bends - 1;
+        meet_node(e, last, left, last - 1, turns ? left - settings_.backedge_spacing : band.left, v,
+                  ORDER_IN);
+    }
+
+    // Puts the bend at the node and the next one level with the place where their edge meets the
+    // node.
+    void meet_node(EdgeIndex e, int at_node, double node_x, int next, double next_x, Vertex v,
+                   Order side) {
+        const double half = 0.5 * at(run_.sizes, v).cy;
+        const double y = at(run_.y, v) + run_.port_offset(e, v, side, half);
+        run_.move_bend(e, next, next_x, y);
+        run_.move_bend(e, at_node, node_x, y);
     }
 
     // Runs of edges that turn lie below their node, one under the other.
@@ -175,7 +231,7 @@ private:
             if (at(run_.hidden, entry.node) != 0) continue;
             if (!at(run_.directions, entry.edge).reversed) continue;
             bottom_ += settings_.dummy_spacing;
-            const int count = count_bends(entry.edge);
+            const int count = at(run_.edges, entry.edge).bends;
             run_.move_bend(entry.edge, count - 4, band.right, bottom_);
             run_.move_bend(entry.edge, count - 3, left_lane, bottom_);
             bottom_ += run_.edge_width(entry.edge);
@@ -189,36 +245,36 @@ private:
         const EdgeIndex e = state.edge;
         const int self = run_.is_dead(v) ? -1 : state.index;
         at(run_.y, v) = y;
-        const int partner = find_partner(v, self);
+        const EdgeState& edge = at(run_.edges, e);
+        const int partner = find_partner(run_.breaks.data() + edge.region, edge.bends, state.index,
+                                         self, run_.level_of(v));
         // Whatever a search for the partner passes by has a record from then on.
-        const int looked_at = partner < 0 ? count_bends(e) : partner + 1;
+        const int looked_at = partner < 0 ? edge.bends : partner + 1;
         for (int i = 0; i < looked_at; ++i) run_.break_info(e, i).known = true;
         if (partner < 0) {
             run_.move_bend(e, self, band.left, y);
             return;
         }
-        const bool partner_first = is_partner_first(e, partner, self);
+        const bool reversed = at(run_.directions, e).reversed;
+        const bool partner_first = is_partner_first(reversed, edge.bends, partner, self);
         run_.move_bend(e, partner, partner_first ? band.left : band.right, y);
         run_.move_bend(e, self, partner_first ? band.right : band.left, y);
     }
 
-    [[nodiscard]] bool is_partner_first(EdgeIndex e, int partner, int self) const {
-        if (at(run_.directions, e).reversed) return true;
-        if (partner == count_bends(e) - 1) return false;
+    [[nodiscard]] static bool is_partner_first(bool reversed, int count, int partner, int self) {
+        if (reversed) return true;
+        if (partner == count - 1) return false;
         return partner + 1 == self;
     }
 
-    // The first bend of the chain on the level of `v` other than `v` itself. The bends of one
-    // crossing stand side by side, so the neighbours are looked at before the whole chain.
-    [[nodiscard]] int find_partner(Vertex v, int self) {
-        const DummyState& state = run_.dummy_state(v);
-        const EdgeIndex e = state.edge;
-        const int count = count_bends(e);
-        const int level = run_.level_of(v);
+    // The first bend of a chain on `level` other than `self`. The bends of one crossing stand side
+    // by side, so those around `place` are looked at before the whole chain.
+    [[nodiscard]] static int find_partner(const BreakInfo* infos, int count, int place, int self,
+                                          int level) {
         const auto fits = [&](int i) {
-            return i >= 0 && i < count && i != self && run_.break_info(e, i).level == level;
+            return i >= 0 && i < count && i != self && infos[i].level == level;
         };
-        for (const int i : {state.index - 1, state.index, state.index + 1}) {
+        for (const int i : {place - 1, place, place + 1}) {
             if (fits(i)) return i;
         }
         for (int i = 0; i < count; ++i) {
@@ -229,7 +285,9 @@ private:
 
     LayoutRun& run_;
     const LayoutSettings& settings_;
-    std::vector<Band> bands_;  // by level
+    std::vector<Band> bands_;   // by level
+    std::vector<char> placed_;  // by real node
+    std::vector<char> turns_;   // by real node: whether edges turn beside it
     double y_offset_ = 0.0;
     // The bottom of the real node placed last, with its lanes; runs on from level to level.
     double bottom_ = 0.0;

@@ -100,11 +100,9 @@ void LayoutEngine::make_owner(const Node& node) {
     owner_infos_.erase(node.GetID());
     local_infos_.Clear();
     LayoutRun run(settings, node, OwnerStore(), local_infos_);
-    run.in_any_order = true;
     run.load_positions();
     run_steps(make_steps, run);
-    owner_infos_[node.GetID()] = run.finish();
-    Node(node).SetSize(run.extent);
+    finish(run, node);
 }
 
 // The old picture comes back in the owner's coordinates. The height of the owner's own caption
@@ -120,7 +118,13 @@ void LayoutEngine::update_owner(const Node& node) {
     run.move_old_by(node.GetPosition(), header);
     run.load_positions();
     run_steps(update_steps, run);
-    owner_infos_[node.GetID()] = run.finish();
+    finish(run, node);
+}
+
+void LayoutEngine::finish(LayoutRun& run, const Node& node) {
+    OwnerStore& infos = owner_infos_[node.GetID()];
+    infos = run.finish();
+    infos.neighbourhood = run.release_neighbourhood();
     Node(node).SetSize(run.extent);
 }
 
@@ -135,8 +139,7 @@ void LayoutEngine::Resize(const Node& node) {
     run.load_scratch();
     run.load_positions();
     run_steps(resize_steps, run);
-    owner_infos_[node.GetID()] = run.finish();
-    Node(node).SetSize(run.extent);
+    finish(run, node);
     make_absolute(node);
 }
 

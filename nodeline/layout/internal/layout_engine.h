@@ -38,6 +38,8 @@ private:
     void run_inside_out(const Node& node, ILayout& self, Mode mode);
     void make_owner(const Node& node);
     void update_owner(const Node& node);
+    // Keeps what a run leaves, and gives its owner the size of the drawing.
+    void finish(LayoutRun& run, const Node& node);
 
     std::map<int, OwnerStore> owner_infos_;
     LocalInfos local_infos_;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <nodeline/model/break_nodes.h>
+#include <nodeline/ops/internal/owner_edges.h>
 
 #include <cstdint>
 #include <limits>
@@ -29,6 +30,7 @@ struct NodeInfo {
     int level = -1;           // place of its level in the table; -1 until a run has assigned one
     bool old = false;         // laid out by a finished run
     bool was_hidden = false;  // hidden when that run ended
+    int place = -1;           // on the level where it last stood; -1 if it never did
 };
 
 // What is known of a break node. A record that is not `known` reads as the default one.
@@ -36,6 +38,7 @@ struct BreakInfo {
     int level = -1;
     bool known = false;
     bool old = false;
+    int place = -1;  // on the level where it last stood; -1 if it never did
 };
 
 // The extent of one level along x.
@@ -84,10 +87,14 @@ struct OwnerStore {
         std::vector<LinkShape> more_links;
     };
 
+    // The nodes and edges of that run, for the next one to see whether they are still the same.
+    OwnerEdges neighbourhood;
     std::vector<NodeEntry> nodes;
     std::vector<EdgeEntry> edges;
     std::vector<BreakInfo> breaks;
     std::vector<Level> level_extents;
+    // The number of dummy nodes that the run had.
+    std::size_t dummy_count = 0;
     // The scratch records that the links go with.
     unsigned long long scratch_epoch = 0;
 };

@@ -13,11 +13,14 @@ LayoutRun::LayoutRun(const LayoutSettings& settings, Node owner, OwnerStore old,
       owner_id_(owner_.GetID()),
       old_(std::move(old)),
       local_(local) {
-    edges_of_.Collect(*owner_.record());
+    edges_of_ = std::move(old_.neighbourhood);
+    edges_of_.Refresh(*owner_.record());
     edge_handler_ = owner_.store()->get_default_edge_painter();
     collect_nodes();
     collect_edges();
-    find_old_entries();
+    find_old_nodes();
+    find_old_edges();
+    reserve_dummies();
 }
 
 void LayoutRun::collect_nodes() {
@@ -37,7 +40,7 @@ void LayoutRun::collect_nodes() {
     backedge_count.assign(n, 0);
     number.assign(n, -1);
     arrived.assign(n, std::numeric_limits<int>::min());
-    moved_.assign(n, 0);
+    stands_.assign(n, 0);
 }
 
 void LayoutRun::collect_edges() {
@@ -45,85 +48,129 @@ void LayoutRun::collect_edges() {
     directions.resize(edges.size());
     shapes_.resize(edges.size());
     widths_.assign(edges.size(), -1.0);
-    place_edge_ends(OwnerEdges::kChildren, &EdgeState::from, &EdgeState::to);
-    place_edge_ends(OwnerEdges::kParents, &EdgeState::to, &EdgeState::from);
-    place_edge_ends(OwnerEdges::kEdgesOut, &EdgeState::from, nullptr);
-    place_edge_ends(OwnerEdges::kEdgesIn, &EdgeState::to, nullptr);
+    // In rounds, so that one look-up need not wait for the one before it.
     for (EdgeIndex e = 0; e < edge_count(); ++e) {
         EdgeState& edge = at(edges, e);
+        edge.from = at(edges_of_.ends, e).from;
+        edge.to = at(edges_of_.ends, e).to;
         const graph_ptr<IEdgeVis> vis =
             owner_.store()->get_edge_vis(graph_ptr<IEdgeImpl>(at(edges_of_.edges, e)));
         edge.vis = graph_ptr<DefaultEdgeVis>(dynamic_cast<DefaultEdgeVis*>(vis.get()));
+    }
+    for (EdgeState& edge : edges) {
         if (!edge.vis) continue;
         // Asking leaves a stretch behind also where no bend will be: the conversion to coordinates
         // of the whole picture asks all edges, and passes over a root at the origin.
         edge.chain = edge.vis->AskChain(owner_id_);
-        if (edge.chain != nullptr && edge.chain->GetCount() == 0) edge.chain = nullptr;
         if (edge.from != kNoVertex) edge.inner_from = edge.vis->FindChain(id_of(edge.from));
         if (edge.to != kNoVertex) edge.inner_to = edge.vis->FindChain(id_of(edge.to));
     }
-}
-
-void LayoutRun::place_edge_ends(Kind kind, Vertex EdgeState::*near, Vertex EdgeState::*far) {
-    for (Vertex v = 0; v < node_count(); ++v) {
-        for (const auto& entry : neighbours(kind, v)) {
-            EdgeState& edge = at(edges, entry.edge);
-            edge.*near = v;
-            if (far != nullptr) edge.*far = entry.node;
+    for (EdgeState& edge : edges) {
+        if (edge.chain == nullptr) continue;
+        edge.bends = edge.chain->GetCount();
+        if (edge.bends == 0) {
+            edge.chain = nullptr;
+        } else {
+            edge.first_break_id = edge.chain->GetIdAt(0);
         }
     }
 }
 
-void LayoutRun::find_old_entries() {
+namespace {
+
+// Prepares a map for the ids of `entries`, and gives each its place among them.
+template <class Entry>
+void number_by_id(const std::vector<Entry>& entries, IdMap& map) {
     int lowest = std::numeric_limits<int>::max();
     int highest = std::numeric_limits<int>::min();
-    for (const auto& entry : old_.nodes) {
+    for (const Entry& entry : entries) {
         lowest = std::min(lowest, entry.id);
         highest = std::max(highest, entry.id);
     }
-    old_nodes_.Reset(lowest, highest, old_.nodes.size());
-    for (std::size_t i = 0; i < old_.nodes.size(); ++i) {
-        old_nodes_.Set(old_.nodes[i].id, static_cast<std::int32_t>(i));
+    map.Reset(lowest, highest, entries.size());
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        map.Set(entries[i].id, static_cast<std::int32_t>(i));
     }
+}
+
+}  // namespace
+
+void LayoutRun::find_old_nodes() {
+    if (old_.nodes.empty()) return;
+    IdMap numbers;
+    number_by_id(old_.nodes, numbers);
     for (Vertex v = 0; v < node_count(); ++v) {
-        const std::int32_t found = old_nodes_.Find(internal::id_of(record(v)));
+        const std::int32_t found = numbers.Find(id_of(v));
         if (found == IdMap::kNone) continue;
         at(old_infos, v) = at(old_.nodes, found).info;
         // A node that no run has placed is not old, whatever a resize marked.
         if (at(old_infos, v).level == -1) at(old_infos, v).old = false;
     }
+}
+
+void LayoutRun::find_old_edges() {
     if (old_.edges.empty()) return;
     IdMap numbers;
-    lowest = std::numeric_limits<int>::max();
-    highest = std::numeric_limits<int>::min();
-    for (const auto& entry : old_.edges) {
-        lowest = std::min(lowest, entry.id);
-        highest = std::max(highest, entry.id);
-    }
-    numbers.Reset(lowest, highest, old_.edges.size());
-    for (std::size_t i = 0; i < old_.edges.size(); ++i) {
-        numbers.Set(old_.edges[i].id, static_cast<std::int32_t>(i));
-    }
+    number_by_id(old_.edges, numbers);
+    old_chains_.assign(old_.edges.size(), nullptr);
     for (EdgeIndex e = 0; e < edge_count(); ++e) {
         EdgeState& edge = at(edges, e);
-        edge.old_entry = numbers.Find(internal::id_of(*at(edges_of_.edges, e)));
-        if (edge.old_entry == IdMap::kNone) continue;
-        edge.old = at(old_.edges, edge.old_entry).old && edge.chain != nullptr;
+        edge.old_entry = numbers.Find(edge_id(e));
+        if (edge.old_entry == IdMap::kNone || edge.chain == nullptr) continue;
+        const auto& entry = at(old_.edges, edge.old_entry);
+        edge.old = entry.old;
+        if (!edge.old) continue;
+        edge.untouched = entry.vis.get() == edge.vis.get() &&
+                         edge.chain->IsRun(entry.first_break_id, entry.count);
+        if (edge.untouched) at(old_chains_, edge.old_entry) = edge.chain;
+        if (!is_plain(edge)) in_any_order = false;
     }
 }
 
+// Whether the bends that the ends of an edge place, and the lanes beside its nodes, lie apart from
+// each other and from those that stand on levels.
+bool LayoutRun::is_plain(const EdgeState& edge) const {
+    if (!edge.untouched || edge.from == kNoVertex || edge.to == kNoVertex) return false;
+    const NodeInfo& from = at(old_infos, edge.from);
+    const NodeInfo& to = at(old_infos, edge.to);
+    if (!from.old || !to.old) return false;
+    const int least = from.level < to.level ? 4 : from.level == to.level ? 6 : 8;
+    return edge.bends >= least;
+}
+
+// An update has about as many dummy nodes as the run before it.
+void LayoutRun::reserve_dummies() {
+    const std::size_t vertex_count = y.size() + old_.dummy_count;
+    y.reserve(vertex_count + vertex_count / 8);
+    dummies.reserve(old_.dummy_count + old_.dummy_count / 8);
+    breaks.reserve(old_.breaks.size() + old_.breaks.size() / 8);
+    break_vertices_.reserve(breaks.capacity());
+}
+
 int LayoutRun::id_of(Vertex v) const {
-    if (!is_dummy(v)) return internal::id_of(record(v));
+    if (!is_dummy(v)) return at(edges_of_.node_ids, v);
     const DummyState& d = dummy_state(v);
     // A dead dummy node is never looked up again.
-    return is_dead(v) ? 0 : at(edges, d.edge).chain->GetIdAt(d.index);
+    return d.is_dead ? 0 : at(edges, d.edge).chain->GetIdAt(d.index);
 }
 
 void LayoutRun::replace_chain(EdgeIndex e, int count) {
     EdgeState& edge = at(edges, e);
     if (!edge.vis) return;
+    if (edge.region >= 0) {
+        in_any_order = false;
+        for (int i = 0; i < edge.bends; ++i) {
+            const Vertex v = at(break_vertices_, edge.region + i);
+            if (v == kNoVertex) continue;
+            DummyState& state = at(dummies, v - node_count());
+            state.is_new = true;
+            state.is_dead = true;
+        }
+    }
     edge.chain = edge.vis->ReplaceChain(owner_id_, count).get();
-    if (edge.region >= 0) in_any_order = false;
+    edge.bends = count;
+    edge.first_break_id = edge.chain->GetIdAt(0);
+    edge.untouched = false;
     edge.region = -1;
     keep_chain(e);
 }
@@ -132,19 +179,14 @@ void LayoutRun::keep_chain(EdgeIndex e) {
     EdgeState& edge = at(edges, e);
     if (edge.region >= 0 || edge.chain == nullptr) return;
     edge.region = static_cast<std::int32_t>(breaks.size());
-    breaks.resize(breaks.size() + static_cast<std::size_t>(edge.chain->GetCount()));
+    breaks.resize(breaks.size() + static_cast<std::size_t>(edge.bends));
     break_vertices_.resize(breaks.size(), kNoVertex);
 }
 
 Vertex LayoutRun::dummy(EdgeIndex e, int index) {
-    const EdgeState& edge = at(edges, e);
-    Vertex& vertex = at(break_vertices_, edge.region + index);
-    if (vertex == kNoVertex) {
-        vertex = static_cast<Vertex>(y.size());
-        dummies.push_back({e, edge.region, index});
-        y.push_back(edge.chain->GetPositionAt(index).y);
-    }
-    return vertex;
+    const Vertex vertex = at(break_vertices_, at(edges, e).region + index);
+    if (vertex != kNoVertex) return vertex;
+    return make_dummy(e, index, !at(edges, e).untouched && !old_break_info(e, index).old);
 }
 
 BreakInfo LayoutRun::old_break_info(EdgeIndex e, int index) const {
@@ -172,12 +214,6 @@ void LayoutRun::move_bend(EdgeIndex e, int index, double bend_x, double bend_y) 
     if (edge.region < 0) return;
     const Vertex vertex = at(break_vertices_, edge.region + index);
     if (vertex != kNoVertex) at(y, vertex) = bend_y;
-}
-
-int LayoutRun::level_of(Vertex v) const {
-    if (!is_dummy(v)) return at(infos, v).level;
-    const DummyState& d = dummy_state(v);
-    return at(breaks, d.region + d.index).level;
 }
 
 std::vector<Vertex>& LayoutRun::level_at(int index) {
@@ -248,31 +284,17 @@ LayoutRun::Links LayoutRun::links(Order side, Vertex v) const {
             base + starts[static_cast<std::size_t>(v) + 1]};
 }
 
-double LayoutRun::edge_width(EdgeIndex e) {
-    double& width = at(widths_, e);
-    if (!(width >= 0.0)) {
-        width = edge_handler_->GetWidth(
-            Edge(owner_.store(), graph_ptr<IEdgeImpl>(at(edges_of_.edges, e))));
-    }
-    return width;
+double LayoutRun::ask_width(EdgeIndex e) {
+    return at(widths_, e) = edge_handler_->GetWidth(
+               Edge(owner_.store(), graph_ptr<IEdgeImpl>(at(edges_of_.edges, e))));
 }
 
-double LayoutRun::get_height(Vertex v) {
-    if (is_dummy(v)) return edge_width(dummy_state(v).edge);
-    const double height = at(sizes, v).cy;
-    const int lanes = at(backedge_count, v);
-    if (lanes < 1) return height;
+double LayoutRun::height_with_lanes(Vertex v) {
     // One edge sets the width of all lanes of its node.
     OwnerEdges::Run around = neighbours(OwnerEdges::kParents, v);
     if (around.empty()) around = neighbours(OwnerEdges::kChildren, v);
     const double width = around.empty() ? 0.0 : edge_width(around.first->edge);
-    return height + lanes * (settings_.dummy_spacing + width);
-}
-
-bool LayoutRun::is_new(Vertex v) const {
-    if (is_dummy(v))
-        return is_dead(v) || !old_break_info(dummy_state(v).edge, dummy_state(v).index).old;
-    return !at(old_infos, v).old || at(old_infos, v).was_hidden;
+    return at(sizes, v).cy + at(backedge_count, v) * (settings_.dummy_spacing + width);
 }
 
 bool LayoutRun::is_old_here(Vertex v) const {
@@ -304,7 +326,15 @@ void LayoutRun::move_old_by(const point<double>& origin, double header) {
         const point<double> p = entry.vis->get_position();
         entry.vis->set_position({p.x - origin.x, p.y - origin.y - header});
     }
-    for (const auto& entry : old_.edges) {
+    for (std::size_t k = 0; k < old_.edges.size(); ++k) {
+        const auto& entry = old_.edges[k];
+        if (BreakChain* untouched = old_chains_[k]) {
+            point<double>* bends = untouched->EditPositions();
+            for (int i = 0; i < entry.count; ++i) {
+                bends[i] = {bends[i].x - origin.x, bends[i].y - origin.y - header};
+            }
+            continue;
+        }
         BreakChain* chain = entry.vis->FindChain(owner_id_);
         if (chain == nullptr) continue;
         for (int i = 0; i < std::min(entry.count, chain->GetCount()); ++i) {
@@ -323,7 +353,10 @@ void LayoutRun::load_scratch() {
         if (found != local_.backedge_counts.end()) at(backedge_count, v) = found->second;
     }
     for (EdgeIndex e = 0; e < edge_count(); ++e) {
-        const auto found = local_.directions.find(internal::id_of(*at(edges_of_.edges, e)));
+        // A resize gives no edge a chain, so what others have put there is what gets placed.
+        const EdgeState& edge = at(edges, e);
+        if (edge.chain != nullptr && !edge.untouched) in_any_order = false;
+        const auto found = local_.directions.find(edge_id(e));
         if (found == local_.directions.end()) continue;
         at(directions, e).reversed = found->second.reversed;
         at(directions, e).flat = found->second.flat;
@@ -339,14 +372,14 @@ void LayoutRun::mark_old() {
         if (skips(u)) continue;
         at(infos, u).was_hidden = at(hidden, u) != 0;
         at(infos, u).old = true;
+        if (at(hidden, u) != 0) continue;
         for (const auto& entry : neighbours(OwnerEdges::kChildren, u)) {
-            if (at(hidden, u) != 0 || at(hidden, entry.node) != 0) continue;
+            if (at(hidden, entry.node) != 0) continue;
             EdgeState& edge = at(edges, entry.edge);
             edge.marked_old = true;
             keep_chain(entry.edge);
-            if (edge.chain == nullptr) continue;
-            for (int i = 0; i < edge.chain->GetCount(); ++i) {
-                BreakInfo& info = break_info(entry.edge, i);
+            for (int i = 0; i < edge.bends; ++i) {
+                BreakInfo& info = at(breaks, edge.region + i);
                 info.known = true;
                 info.old = true;
             }
@@ -354,29 +387,38 @@ void LayoutRun::mark_old() {
     }
 }
 
-void LayoutRun::write_positions() {
+// The order of the levels, so that the next run need not find it anew.
+void LayoutRun::remember_places() {
     for (const auto& level : levels) {
+        std::int32_t place = 0;
         for (const Vertex v : level) {
-            if (is_dummy(v) || at(moved_, v) != 0) continue;
-            at(moved_, v) = 1;
-            at(vis_, v)->set_position({at(x, v), at(y, v)});
+            if (!is_dummy(v)) {
+                at(infos, v).place = place;
+                at(stands_, v) = 1;
+            } else if (const DummyState& d = dummy_state(v); !d.is_dead) {
+                at(breaks, d.region + d.index).place = place;
+            }
+            ++place;
         }
     }
 }
 
+void LayoutRun::write_positions() {
+    for (Vertex v = 0; v < node_count(); ++v) {
+        if (at(stands_, v) != 0) at(vis_, v)->set_position({at(x, v), at(y, v)});
+    }
+}
+
 void LayoutRun::leave_scratch() {
-    if (!keeps_scratch_) {
-        local_.Clear();
-        for (Vertex v = 0; v < node_count(); ++v) {
-            if (at(backedge_count, v) > 0) {
-                local_.backedge_counts[internal::id_of(record(v))] = at(backedge_count, v);
-            }
-        }
-        for (EdgeIndex e = 0; e < edge_count(); ++e) {
-            const EdgeDirection& way = at(directions, e);
-            if (!way.reversed && !way.flat) continue;
-            local_.directions[internal::id_of(*at(edges_of_.edges, e))] = {way.reversed, way.flat};
-        }
+    if (keeps_scratch_) return;
+    local_.Clear();
+    for (Vertex v = 0; v < node_count(); ++v) {
+        if (at(backedge_count, v) > 0) local_.backedge_counts[id_of(v)] = at(backedge_count, v);
+    }
+    for (EdgeIndex e = 0; e < edge_count(); ++e) {
+        const EdgeDirection& way = at(directions, e);
+        if (!way.reversed && !way.flat) continue;
+        local_.directions[edge_id(e)] = {way.reversed, way.flat};
     }
 }
 
@@ -387,7 +429,7 @@ const OwnerStore::EdgeEntry* LayoutRun::earlier_links(EdgeIndex e) const {
     if (!keeps_scratch_ || old_.scratch_epoch != local_.epoch) return nullptr;
     if (edge.old_entry == IdMap::kNone || edge.chain == nullptr) return nullptr;
     const auto& entry = at(old_.edges, edge.old_entry);
-    return entry.first_break_id == edge.chain->GetIdAt(0) ? &entry : nullptr;
+    return entry.first_break_id == edge.first_break_id ? &entry : nullptr;
 }
 
 void LayoutRun::keep_links(EdgeIndex e, OwnerStore::EdgeEntry& entry) const {
@@ -405,27 +447,29 @@ void LayoutRun::keep_links(EdgeIndex e, OwnerStore::EdgeEntry& entry) const {
 }
 
 OwnerStore LayoutRun::finish() {
+    remember_places();
     write_positions();
     leave_scratch();
     OwnerStore result;
     result.nodes.reserve(infos.size());
     for (Vertex v = 0; v < node_count(); ++v) {
-        result.nodes.push_back({at(vis_, v), internal::id_of(record(v)), at(infos, v)});
+        result.nodes.push_back({at(vis_, v), id_of(v), at(infos, v)});
     }
+    result.edges.reserve(edges.size());
     for (EdgeIndex e = 0; e < edge_count(); ++e) {
         const EdgeState& edge = at(edges, e);
         if (edge.region < 0) continue;
-        const std::int32_t count = edge.chain->GetCount();
         result.edges.push_back({edge.vis,
-                                internal::id_of(*at(edges_of_.edges, e)),
+                                edge_id(e),
                                 edge.marked_old,
-                                edge.chain->GetIdAt(0),
+                                edge.first_break_id,
                                 edge.region,
-                                count,
+                                edge.bends,
                                 {},
                                 {}});
         keep_links(e, result.edges.back());
     }
+    result.dummy_count = dummies.size();
     result.scratch_epoch = local_.epoch;
     result.breaks = std::move(breaks);
     result.level_extents = std::move(level_extents);

@@ -36,15 +36,18 @@ using LevelTable = std::vector<std::vector<Vertex>>;
 
 // An edge of the run.
 struct EdgeState {
-    graph_ptr<DefaultEdgeVis> vis;
+    graph_ptr<DefaultEdgeVis> vis;           // null for a foreign one
     BreakChain* chain = nullptr;             // its bends in the owner; null where it has none
     const BreakChain* inner_from = nullptr;  // its bends inside the end nodes, where these are open
     const BreakChain* inner_to = nullptr;
     Vertex from = kNoVertex;  // the owner's node that holds the source; none if outside
     Vertex to = kNoVertex;
     std::int32_t region = -1;  // the records of the chain stand in `breaks` from here on
+    std::int32_t bends = 0;    // in `chain`
+    int first_break_id = 0;    // of the first of them
     std::int32_t old_entry = -1;
     bool old = false;         // laid out by a finished run, with bends that are still there
+    bool untouched = false;   // `old`, and the bends are those that this run left, one by one
     bool marked_old = false;  // laid out by this run
 };
 
@@ -58,11 +61,13 @@ struct EdgeDirection {
     bool flat = false;      // both ends have the same level
 };
 
-// A dummy node. It is dead, and a ghost on its level, once its edge was given another chain.
+// A dummy node.
 struct DummyState {
     EdgeIndex edge;
     std::int32_t region;
     std::int32_t index;  // its place in the chain
+    bool is_new;         // not in the picture that the last run left
+    bool is_dead;        // a ghost on its level: its edge was given another chain
 };
 
 // One link between neighbouring levels, from the lower level index to the higher one.
@@ -106,6 +111,7 @@ public:
     }
     [[nodiscard]] int owner_id() const { return owner_id_; }
     [[nodiscard]] int id_of(Vertex v) const;
+    [[nodiscard]] int edge_id(EdgeIndex e) const { return at(edges_of_.edge_ids, e); }
     [[nodiscard]] INodeImpl& record(Vertex v) const { return *at(edges_of_.nodes, v); }
     [[nodiscard]] Node handle(const graph_ptr<INodeImpl>& node) const {
         return Node(owner_.store(), node);
@@ -126,14 +132,24 @@ public:
     }
     // The vertex of a bend of the present chain; made at the first call.
     Vertex dummy(EdgeIndex e, int index);
+    // The same, for a bend that has none yet.
+    Vertex make_dummy(EdgeIndex e, int index, bool is_new) {
+        const EdgeState& edge = at(edges, e);
+        const auto vertex = static_cast<Vertex>(y.size());
+        at(break_vertices_, edge.region + index) = vertex;
+        dummies.push_back({e, edge.region, index, is_new, false});
+        y.push_back(edge.chain->GetPositionAt(index).y);
+        return vertex;
+    }
     // The vertices of all bends that have one, edge by edge; `kNoVertex` for the others.
     [[nodiscard]] const std::vector<Vertex>& break_vertices() const { return break_vertices_; }
     [[nodiscard]] const DummyState& dummy_state(Vertex v) const {
         return at(dummies, v - node_count());
     }
-    [[nodiscard]] bool is_dead(Vertex v) const {
-        const DummyState& d = dummy_state(v);
-        return d.region != at(edges, d.edge).region;
+    [[nodiscard]] bool is_dead(Vertex v) const { return dummy_state(v).is_dead; }
+    // What the last run recorded of the bends of an untouched edge, from the first one on.
+    [[nodiscard]] const BreakInfo* old_breaks(EdgeIndex e) const {
+        return old_.breaks.data() + at(old_.edges, at(edges, e).old_entry).region;
     }
     // What the last run recorded of a bend of the present chain.
     [[nodiscard]] BreakInfo old_break_info(EdgeIndex e, int index) const;
@@ -145,7 +161,11 @@ public:
 
     // --- Levels and links
 
-    [[nodiscard]] int level_of(Vertex v) const;
+    [[nodiscard]] int level_of(Vertex v) const {
+        if (!is_dummy(v)) return at(infos, v).level;
+        const DummyState& d = dummy_state(v);
+        return at(breaks, d.region + d.index).level;
+    }
     // Entries past the end come into being when they are asked for.
     std::vector<Vertex>& level_at(int index);
     Level& extent_at(int index);
@@ -178,14 +198,25 @@ public:
 
     // The room that a vertex takes along its level: a dummy node is as high as its edge is wide, a
     // real node has a lane below it for each flat or reversed edge.
-    [[nodiscard]] double get_height(Vertex v);
-    [[nodiscard]] double edge_width(EdgeIndex e);
+    double get_height(Vertex v) {
+        if (is_dummy(v)) return edge_width(dummy_state(v).edge);
+        return at(backedge_count, v) < 1 ? at(sizes, v).cy : height_with_lanes(v);
+    }
+    double edge_width(EdgeIndex e) {
+        const double width = at(widths_, e);
+        return width >= 0.0 ? width : ask_width(e);
+    }
     // Half of the gap that a vertex keeps to its neighbours in the level.
     [[nodiscard]] double half_spacing(Vertex v) const {
         return 0.5 * (is_dummy(v) ? settings_.dummy_spacing : settings_.node_spacing);
     }
     // Whether the last run did not know the vertex as visible.
-    [[nodiscard]] bool is_new(Vertex v) const;
+    [[nodiscard]] bool is_new(Vertex v) const {
+        if (is_dummy(v)) return dummy_state(v).is_new;
+        return !at(old_infos, v).old || at(old_infos, v).was_hidden;
+    }
+    // Whether there was a picture before.
+    [[nodiscard]] bool has_past() const { return !old_.nodes.empty(); }
     // Whether this run holds the vertex for one that was in the picture before.
     [[nodiscard]] bool is_old_here(Vertex v) const;
     // The y at which an edge meets a vertex on its right side: that of the port where the edge goes
@@ -207,6 +238,8 @@ public:
 
     // Writes positions back, leaves scratch records to the next runs, and gives the new record.
     OwnerStore finish();
+    // What the run has collected, for the next one; the run has no nodes and edges from then on.
+    OwnerEdges release_neighbourhood() { return std::move(edges_of_); }
 
     // --- Columns by real node
     std::vector<char> hidden;
@@ -230,15 +263,22 @@ public:
     std::vector<Segment> segments;
     // The extent of the finished drawing.
     size<double> extent{0.0, 0.0};
-    // Whether no bend is written twice, so that nodes and bends may be placed in any order: nothing
-    // was there before, and no edge was given two chains.
-    bool in_any_order = false;
+    // Whether no bend is written twice, so that nodes and bends may be placed in any order: every
+    // old chain is as the last run left it, no edge was given two chains, and no vertex stands in
+    // the table more or less than once.
+    bool in_any_order = true;
 
 private:
     void collect_nodes();
     void collect_edges();
     void find_old_entries();
-    void place_edge_ends(Kind kind, Vertex EdgeState::*near, Vertex EdgeState::*far);
+    [[nodiscard]] double height_with_lanes(Vertex v);
+    double ask_width(EdgeIndex e);
+    void find_old_nodes();
+    void find_old_edges();
+    [[nodiscard]] bool is_plain(const EdgeState& edge) const;
+    void reserve_dummies();
+    void remember_places();
     void write_positions();
     void leave_scratch();
     [[nodiscard]] const OwnerStore::EdgeEntry* earlier_links(EdgeIndex e) const;
@@ -250,10 +290,10 @@ private:
     OwnerStore old_;
     LocalInfos& local_;
     OwnerEdges edges_of_;
-    IdMap old_nodes_;
     graph_ptr2<IEdgeHandler> edge_handler_;
     std::vector<graph_ptr<INodeVis>> vis_;
-    std::vector<char> moved_;  // whether a real node stood on a level
+    std::vector<BreakChain*> old_chains_;  // by entry of `old_.edges`; null unless untouched
+    std::vector<char> stands_;  // whether a real node stands on a level; for the end of the run
     std::vector<Vertex> break_vertices_;
     std::vector<LinkShape> shapes_;  // by edge
     std::vector<double> widths_;     // by edge; below 0 until it is asked for

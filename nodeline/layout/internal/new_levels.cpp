@@ -158,17 +158,40 @@ void mark_new_nodes_levels(LayoutRun& run, const std::vector<Vertex>& component)
     if (!rest.empty()) Settling(run, rest).Run();
 }
 
+namespace {
+
+// Whether the component of a node may have to be looked at: not for what keeps its level, which is
+// what was in the picture once and has a neighbour that still was at the end of the last run.
+bool needs_level(const LayoutRun& run, Vertex v) {
+    if (run.skips(v) || !run.is_new(v)) return false;
+    if (!at(run.old_infos, v).old) return true;
+    for (const auto kind : {OwnerEdges::kParents, OwnerEdges::kChildren}) {
+        for (const auto& entry : run.neighbours(kind, v)) {
+            if (!run.skips(entry.node) && !run.is_new(entry.node)) return false;
+        }
+    }
+    return true;
+}
+
+void place_new_nodes_of(LayoutRun& run, const std::vector<Vertex>& component) {
+    const bool wholly_new =
+        std::all_of(component.begin(), component.end(), [&](Vertex v) { return run.is_new(v); });
+    if (wholly_new) {
+        enumerate_connectivity_component(run, component);
+        mark_reversed_edges(run, component, true);
+        mark_levels(run, component);
+    } else {
+        mark_new_nodes_levels(run, component);
+    }
+}
+
+}  // namespace
+
 void determine_new_nodes_levels(LayoutRun& run) {
     const std::vector<Vertex> nodes = all_nodes(run);
-    for (const auto& component : find_connectivity_components(run, nodes)) {
-        const bool wholly_new = std::all_of(component.begin(), component.end(),
-                                            [&](Vertex v) { return run.is_new(v); });
-        if (wholly_new) {
-            enumerate_connectivity_component(run, component);
-            mark_reversed_edges(run, component, true);
-            mark_levels(run, component);
-        } else {
-            mark_new_nodes_levels(run, component);
+    if (std::any_of(nodes.begin(), nodes.end(), [&](Vertex v) { return needs_level(run, v); })) {
+        for (const auto& component : find_connectivity_components(run, nodes)) {
+            place_new_nodes_of(run, component);
         }
     }
     mark_reversed_edges(run, nodes, false);

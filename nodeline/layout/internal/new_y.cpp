@@ -22,8 +22,8 @@ public:
     GapFiller(LayoutRun& run, BlockAdjuster& adjuster) : run_(run), adjuster_(adjuster) {}
 
     void Fill(const std::vector<Vertex>& level) {
+        if (!has_new(level)) return;
         const std::size_t first_new = find_gaps(level);
-        if (first_new == level.size()) return;
         assigned_.clear();
         for (std::size_t i = first_new; i < level.size(); ++i) {
             if (run_.is_new(level[i])) choose_gap(level[i]);
@@ -33,6 +33,15 @@ public:
 
 private:
     static constexpr double kFar = DBL_MAX / 2.0;
+
+    // Most levels hold nothing new. Handlers are asked for widths in the same order all the same.
+    bool has_new(const std::vector<Vertex>& level) {
+        for (const Vertex v : level) {
+            if (run_.is_new(v)) return true;
+            run_.get_height(v);
+        }
+        return false;
+    }
 
     // Old vertices come first in a level; the first new one marks where they end.
     std::size_t find_gaps(const std::vector<Vertex>& level) {

@@ -14,7 +14,8 @@ void move_levels_up(LayoutRun& run, int min, int max) {
     const std::size_t old_count = run.levels.size();
     run.level_extents.assign(run.level_extents.size() + static_cast<std::size_t>(s), Level());
     run.levels.resize(old_count + static_cast<std::size_t>(s));
-    // The entries below `s` keep what they held.
+    // The entries below `s` keep what they held, so vertices may come to stand there twice.
+    if (old_count > 0) run.in_any_order = false;
     for (std::size_t i = old_count; i-- > 0;) {
         run.levels[i + static_cast<std::size_t>(s)] = run.levels[i];
     }
@@ -177,7 +178,7 @@ void place_new_nodes(LayoutRun& run) {
 void place_nodes_on_levels(LayoutRun& run) {
     shift_old_levels(run);
     place_new_nodes(run);
-    if (run.in_any_order) run.number_by_level();
+    if (run.in_any_order && !run.has_past()) run.number_by_level();
     run.index_links();
     if (run.levels.empty()) return;
     const auto& last = run.levels.back();
