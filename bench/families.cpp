@@ -130,6 +130,41 @@ GraphPlan plan_nested(int nodes) {
     return plan;
 }
 
+// The call graph in boxes: four boxes in each of four boxes in each of four boxes hold the nodes
+// that call. A call mostly comes from the same box; one in five leaves it, and one in five of these
+// the box around it, and so on.
+GraphPlan plan_calls_in_boxes(int nodes) {
+    constexpr int kFanOut = 4;
+    constexpr int kDepth = 3;
+    GraphPlan plan;
+    int first_box = kInRoot;
+    for (int depth = 0, boxes = kFanOut; depth < kDepth; ++depth, boxes *= kFanOut) {
+        const int first_inside = plan.node_count();
+        for (int box = 0; box < boxes; ++box) {
+            plan.owners.push_back(depth == 0 ? kInRoot : first_box + box / kFanOut);
+        }
+        first_box = first_inside;
+    }
+    const int first_leaf = plan.node_count();
+    const int boxes = first_leaf - first_box;
+    const int in_box = std::max(1, (nodes - first_leaf) / boxes);
+    for (int leaf = 0; leaf < boxes * in_box; ++leaf) {
+        plan.owners.push_back(first_box + leaf / in_box);
+    }
+    Random random;
+    for (int callee = 1; callee < boxes * in_box; ++callee) {
+        for (int i = 0; i < 2; ++i) {
+            int around = in_box;
+            while (callee % around == 0 || (around < boxes * in_box && random.Percent(20))) {
+                around *= kFanOut;
+            }
+            const int caller = callee - 1 - random.Below(callee % around);
+            plan.edges.push_back({first_leaf + caller, first_leaf + callee});
+        }
+    }
+    return plan;
+}
+
 // Diamonds in a row, the end of one being the start of the next: there are as many shortest ways
 // through as there are numbers of so many binary digits.
 GraphPlan plan_ladder(int nodes) {
@@ -162,6 +197,7 @@ const std::vector<Family>& Families() {
         {"chain", "chain", plan_chain, 100000},
         {"knot", "one strongly connected component", plan_knot, 100000},
         {"nested", "nested clusters", plan_nested, 100000},
+        {"boxes", "call graph in boxes, three deep", plan_calls_in_boxes, 100000},
         {"ladder", "ladder of diamonds", plan_ladder, 100000},
         {"star", "star", plan_star, 100000}};
     return families;

@@ -40,9 +40,9 @@ def require(commands):
 def build():
     """Brings the programs up to date; quick if they are."""
     require({"cmake": "cmake", "ninja": "ninja-build", "g++": "g++"})
-    off = ("CAIRO", "CLI", "EXAMPLES", "TESTS", "INSTALL")
+    off = ("CLI", "EXAMPLES", "TESTS", "INSTALL")
     configure = ["cmake", "--preset", "release", "-B", str(BUILD)]
-    configure += [f"-DNODELINE_{option}=OFF" for option in off]
+    configure += ["-DNODELINE_CAIRO=AUTO"] + [f"-DNODELINE_{option}=OFF" for option in off]
     for command in (configure, ["cmake", "--build", str(BUILD)]):
         done = subprocess.run(command, cwd=ROOT, capture_output=True, text=True)
         if done.returncode != 0:

@@ -23,18 +23,16 @@ PARTS = {
     "`calculate_x_coords`": [f"{INTERNAL}calculate_x_coords"],
     "writing back and remembering": [f"{RUN}finish", f"{INTERNAL}make_epilogue"],
 }
-PART_OF = {function: part for part, functions in PARTS.items() for function in functions}
 REST = "the rest"
 
 
-def profile(family, nodes):
-    """The stacks of all samples taken inside of `Make`, the innermost function first."""
+def profile(program):
+    """The stacks of all samples taken inside of the layout, the innermost function first."""
     with tempfile.TemporaryDirectory() as folder:
         data = str(pathlib.Path(folder) / "perf.data")
         command = ["perf", "record", "--quiet", "-F", "999", "-e", "cpu-clock",
-                   "--call-graph", "dwarf,4096", "-o", data,
-                   programs.path("once"), family, str(nodes), "--samples", "5"]
-        programs.say(f"perf record bench-once {family} {nodes}")
+                   "--call-graph", "dwarf,4096", "-o", data, *program]
+        programs.say(f"perf record {' '.join(program)}")
         subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
         script = subprocess.run(["perf", "script", "-i", data, "-F", "comm,ip,sym"],
                                 check=True, capture_output=True, text=True).stdout
@@ -46,21 +44,24 @@ def profile(family, nodes):
             yield names
 
 
-def shares(family, nodes):
-    """The share of `Make` that each part takes, from 0 to 1."""
-    hits = dict.fromkeys([*PARTS, REST], 0)
-    for names in profile(family, nodes):
-        hits[next((PART_OF[name] for name in names if name in PART_OF), REST)] += 1
+def shares(stacks, parts):
+    """The share of the samples that each part takes, from 0 to 1."""
+    part_of = {function: part for part, functions in parts.items() for function in functions}
+    hits = dict.fromkeys([*parts, REST], 0)
+    for names in stacks:
+        hits[next((part_of[name] for name in names if name in part_of), REST)] += 1
     total = sum(hits.values())
     if total < 100:
-        raise RuntimeError(f"the profile of {family} {nodes} holds only {total} samples")
+        raise RuntimeError(f"a profile holds only {total} samples")
     return {part: number / total for part, number in hits.items()}
 
 
 def steps():
     programs.require({"perf": "linux-perf"})
     graphs = [("calls", 10000), ("calls", 100000), ("knot", 100000), ("nested", 100000)]
-    columns = [shares(*graph) for graph in graphs]
+    columns = [
+        shares(profile([programs.path("once"), family, str(nodes), "--samples", "5"]), PARTS)
+        for family, nodes in graphs]
     head = [""] + [f"{programs.FAMILIES[family]}, {count(nodes)}" for family, nodes in graphs]
     rows = [[part] + [f"{100 * column[part]:.0f} %" for column in columns]
             for part in [*PARTS, REST]]
