@@ -115,6 +115,16 @@ void DefaultEdgeVis::remove_break_nodes_in(int owner_id) {
     drop_route();
 }
 
+void DefaultEdgeVis::KeepStretchesIn(const std::vector<int>& owner_ids) {
+    const auto is_stale = [&](const Stretch& s) {
+        return std::find(owner_ids.begin(), owner_ids.end(), s.owner_id) == owner_ids.end();
+    };
+    const auto stale = std::remove_if(stretches_.begin(), stretches_.end(), is_stale);
+    if (stale == stretches_.end()) return;
+    stretches_.erase(stale, stretches_.end());
+    drop_route();
+}
+
 void DefaultEdgeVis::remove_break_nodes() {
     stretches_.clear();
     drop_route();

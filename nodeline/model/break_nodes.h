@@ -116,6 +116,11 @@ public:
     // The same, but like `get_break_nodes_in` it leaves a stretch of the owner behind, if an empty
     // one: where a route turns from going up to going down depends on the owners that have one.
     BreakChain* AskChain(int owner_id) { return make(owner_id).chain.get(); }
+    // Drops what the edge has in owners other than these, which an edge has left when one of its
+    // ends has moved; the route would run through them still.
+    void KeepStretchesIn(const std::vector<int>& owner_ids);
+    // In how many owners the edge has a stretch, if an empty one.
+    [[nodiscard]] int GetStretchCount() const { return static_cast<int>(stretches_.size()); }
     // Puts a new chain of `count` bends in the place of the owner's; `count` must be positive.
     graph_ptr<BreakChain> ReplaceChain(int owner_id, int count);
     // The stretches of the whole route, in order; as valid as the set of `get_break_nodes`, which

@@ -6,7 +6,9 @@
 #include <nodeline/model/internal/hit_test.h>
 #include <nodeline/model/internal/id_table.h>
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace nodeline {
 
@@ -44,6 +46,11 @@ struct EdgeVisInfo {
     graph_ptr<DefaultEdgeVis> vis;
 };
 
+struct Attachment {
+    graph_ptr<Countable> token;
+    graph_ptr<Countable> item;
+};
+
 struct DefaultGraphVis::Tables {
     graph_ptr2<ILayout> default_layout;
     graph_ptr2<INodeHandler> default_node_painter;
@@ -54,6 +61,7 @@ struct DefaultGraphVis::Tables {
     graph_ptr<NodeImplSet> update_list{new NodeImplSet};
     graph_ptr<NodeImplSet> resize_list{new NodeImplSet};
     graph_ptr<Revision> revision{new Revision};
+    std::vector<Attachment> attachments;
     internal::HitCandidates<DefaultNodeVis> node_candidates;
     internal::HitCandidates<DefaultEdgeVis> edge_candidates;
 };
@@ -64,6 +72,17 @@ DefaultGraphVis::DefaultGraphVis() : tables_(std::make_unique<Tables>()) {
 }
 
 DefaultGraphVis::~DefaultGraphVis() = default;
+
+graph_ptr<Countable>& DefaultGraphVis::attachment(const graph_ptr<Countable>& token) {
+    auto& all = tables_->attachments;
+    const auto is_orphan = [](const Attachment& a) { return a.token->GetRefCount() == 1; };
+    all.erase(std::remove_if(all.begin(), all.end(), is_orphan), all.end());
+    const auto found = std::find_if(
+        all.begin(), all.end(), [&](const Attachment& a) { return a.token.get() == token.get(); });
+    if (found != all.end()) return found->item;
+    all.push_back({token, {}});
+    return all.back().item;
+}
 
 graph_ptr<IEdgeVis> DefaultGraphVis::get_edge_vis(graph_ptr<IEdgeImpl> impl) {
     if (!impl) return {};

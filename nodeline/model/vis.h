@@ -151,6 +151,10 @@ public:
     graph_ptr<IGraphSet<graph_ptr<INodeImpl>>> get_resize_list() override;
     void clear_resize_list() override;
 
+    // What the holder of `token` keeps with this store; empty at first. It is dropped with the
+    // store, and some time after the last other handle on the token is gone.
+    graph_ptr<Countable>& attachment(const graph_ptr<Countable>& token);
+
     DefaultGraphVis(const DefaultGraphVis&) = delete;
     DefaultGraphVis& operator=(const DefaultGraphVis&) = delete;
 

@@ -51,26 +51,27 @@ private:
     std::vector<std::pair<double, Vertex>> keys_;
 };
 
-void forward_barycentric_adjust(LayoutRun& run, LevelSorter& sorter) {
+}  // namespace
+
+void forward_barycentric_adjust(LayoutRun& run) {
+    LevelSorter sorter(run);
     const int n = static_cast<int>(run.levels.size());
     for (int k = 1; k <= n - 2; ++k) sorter.Sort(run.level_at(k), ORDER_IN);
 }
 
 // The last inner level keeps the order of the sweep before.
-void backward_barycentric_adjust(LayoutRun& run, LevelSorter& sorter) {
+void backward_barycentric_adjust(LayoutRun& run) {
+    LevelSorter sorter(run);
     const int n = static_cast<int>(run.levels.size());
     for (int k = n - 3; k >= 1; --k) sorter.Sort(run.level_at(k), ORDER_OUT);
 }
 
-}  // namespace
-
 void barycentric_adjust(LayoutRun& run) {
     enumerate_level_by_y_coord(run, run.level_at(1));
     if (run.levels.size() < 4) return;
-    LevelSorter sorter(run);
-    forward_barycentric_adjust(run, sorter);
-    backward_barycentric_adjust(run, sorter);
-    forward_barycentric_adjust(run, sorter);
+    forward_barycentric_adjust(run);
+    backward_barycentric_adjust(run);
+    forward_barycentric_adjust(run);
 }
 
 void calculate_initial_y_coords(LayoutRun& run) {

@@ -230,7 +230,7 @@ Level& LayoutRun::extent_at(int index) {
     return level_extents[static_cast<std::size_t>(index)];
 }
 
-void LayoutRun::number_by_level() {
+std::vector<Vertex> LayoutRun::number_by_level() {
     std::vector<Vertex> new_numbers(dummies.size(), kNoVertex);
     std::vector<DummyState> new_dummies;
     std::vector<double> new_y(y.begin(), y.begin() + node_count());
@@ -256,6 +256,7 @@ void LayoutRun::number_by_level() {
     }
     dummies = std::move(new_dummies);
     y = std::move(new_y);
+    return new_numbers;
 }
 
 void LayoutRun::index_links() {

@@ -113,6 +113,9 @@ public:
     [[nodiscard]] int id_of(Vertex v) const;
     [[nodiscard]] int edge_id(EdgeIndex e) const { return at(edges_of_.edge_ids, e); }
     [[nodiscard]] INodeImpl& record(Vertex v) const { return *at(edges_of_.nodes, v); }
+    [[nodiscard]] IEdgeImpl& edge_record(EdgeIndex e) const { return *at(edges_of_.edges, e); }
+    [[nodiscard]] const graph_ptr<INodeVis>& vis(Vertex v) const { return at(vis_, v); }
+    [[nodiscard]] const Node& owner() const { return owner_; }
     [[nodiscard]] Node handle(const graph_ptr<INodeImpl>& node) const {
         return Node(owner_.store(), node);
     }
@@ -177,8 +180,9 @@ public:
     void index_links();
     [[nodiscard]] Links links(Order side, Vertex v) const;
     // Gives the dummy nodes the numbers of their order in the table, so that what stands side by
-    // side lies side by side. Every dummy node has to stand there, once.
-    void number_by_level();
+    // side lies side by side. Every dummy node has to stand there, once. Gives the new vertices by
+    // the old ones, without the real nodes.
+    std::vector<Vertex> number_by_level();
     // Notes how the present chain of an edge is linked.
     void set_shape(EdgeIndex e, const LinkShape& shape) { at(shapes_, e) = shape; }
     // Calls `f(shape)` for what is known of the links of an edge's chain, the earliest first, until

@@ -67,6 +67,11 @@ void mark_new_nodes_levels(LayoutRun& run, const std::vector<Vertex>& component)
 // All real nodes, in the owner's order.
 std::vector<Vertex> all_nodes(const LayoutRun& run);
 
+// Order the inner levels by the mean place of the neighbours on the left, from left to right, or
+// by those on the right, from right to left. The y of a vertex is its place in its level.
+void forward_barycentric_adjust(LayoutRun& run);
+void backward_barycentric_adjust(LayoutRun& run);
+
 // Places the vertices of a border level at `border_x`, level with what they lead to.
 void adjust_ports(LayoutRun& run, const std::vector<Vertex>& level, double border_x, Order side);
 
