@@ -1,0 +1,49 @@
+// The frame of the stable layout: which owners run, through which steps, and in which coordinates
+// they are left.
+#pragma once
+
+#include <nodeline/layout/internal/stable_run.h>
+
+#include <vector>
+
+namespace nodeline::internal {
+
+// One step of a stable pipeline. Steps that the incremental layout has too take a `LayoutRun`.
+struct StableStep {
+    const char* name;
+    void (*run)(StableRun&);
+};
+using StablePipeline = std::vector<StableStep>;
+
+class StableEngine {
+public:
+    explicit StableEngine(const StableLayout::Options& options);
+
+    // `self` is the layout object that the engine works for: contents that name another one are
+    // left to that.
+    void Make(const Node& node, ILayout& self);
+    void Update(const Node& node, ILayout& self);
+    void Resize(const Node& node, ILayout& self);
+
+private:
+    enum class Mode { kMake, kUpdate, kResize };
+
+    void run_inside_out(const Node& node, ILayout& self, Mode mode);
+    void make_foreign_relative(const Node& top, ILayout& self);
+    void run_owner(const Node& owner, GraphMemory& memory, bool afresh);
+    template <class F>
+    void for_each_owner(const Node& top, ILayout& self, GraphMemory& memory, F f);
+    void prepare_shift(const Node& top, ILayout& self, GraphMemory& memory);
+    void publish(const Node& top, ILayout& self, GraphMemory& memory);
+    GraphMemory& memory_of(const Node& node);
+
+    StableLayout::Options options_;
+    LayoutSettings settings_;
+    LocalInfos local_;
+    // Tells the memories of this object from those of others.
+    graph_ptr<Countable> token_;
+    // Serves stores that keep nothing, for the length of a call.
+    graph_ptr<GraphMemory> spare_;
+};
+
+}  // namespace nodeline::internal
