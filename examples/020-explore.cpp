@@ -5,11 +5,10 @@
 #include <backends/cairo/measuring_painter.h>
 #include <backends/cairo/picture.h>
 #include <nodeline/handlers/handlers.h>
-#include <nodeline/layout/inc_layout.h>
+#include <nodeline/layout/stable_layout.h>
 #include <nodeline/model/graph.h>
 #include <nodeline/ops/graph_ops.h>
 
-#include <algorithm>
 #include <iostream>
 #include <string>
 #include <utility>
@@ -42,20 +41,6 @@ void DrawGraph(const graph_ptr2<Graph>& graph, paintcore::IPainter& painter, dou
     nodeline::ForEachNodeIn(graph->GetRoot(), draw_edges, false, false);
 }
 
-// What is in the picture, with a margin. An update fits new nodes in wherever there is room, also
-// below what the size of the root takes in.
-nodeline::size<double> PictureSize(const graph_ptr2<Graph>& graph) {
-    constexpr double kMargin = 12.0;
-    nodeline::size<double> size = graph->GetRoot().GetSize();
-    const auto take_in = [&](const Node& node) {
-        if (!nodeline::IsFlagSet(node, nodeline::NodeDrawn)) return;
-        size.cx = std::max(size.cx, node.GetPosition().x + node.GetSize().cx + kMargin);
-        size.cy = std::max(size.cy, node.GetPosition().y + node.GetSize().cy + kMargin);
-    };
-    nodeline::ForEachNodeIn(graph->GetRoot(), take_in, false, false);
-    return size;
-}
-
 // Writes the pictures, numbered in their order.
 class Album {
 public:
@@ -70,8 +55,8 @@ public:
         constexpr double kScale = 1.0;
         const std::string name = "explore-" + std::to_string(++count_) + ".png";
         std::string error;
-        const auto picture = nodeline::cairo::MakePicture(nodeline::cairo::PictureFormat::kPng,
-                                                          PictureSize(graph_), kScale, &error);
+        const auto picture = nodeline::cairo::MakePicture(
+            nodeline::cairo::PictureFormat::kPng, graph_->GetRoot().GetSize(), kScale, &error);
         if (picture != nullptr) {
             picture->Draw(
                 [&](paintcore::IPainter& painter) { DrawGraph(graph_, painter, kScale); });
@@ -127,7 +112,7 @@ int main(int argc, char** argv) {
     ports->SetIPainter(&measure);
     ports->GetDrawInfo().max_caption_length = 16;
     graph->SetDefaultNodeHandler(ports);
-    graph->SetDefaultLayout(nodeline::IncLayout::Create());
+    graph->SetDefaultLayout(nodeline::StableLayout::Create());
 
     Album album(graph, argc > 1 ? argv[1] : ".");
     if (!album.Add(measure, "the whole graph")) return 1;

@@ -4,6 +4,7 @@
 #include <apps/cli/progress.h>
 #include <nodeline/handlers/handlers.h>
 #include <nodeline/layout/inc_layout.h>
+#include <nodeline/layout/stable_layout.h>
 #include <nodeline/ops/graph_ops.h>
 
 #ifdef NODELINE_WITH_CAIRO
@@ -79,7 +80,7 @@ std::string count_shown(const std::vector<Item>& items, int drawn_flag, const st
 LaidOutGraph::LaidOutGraph(const GraphOptions& options)
     : measure_(make_measuring_painter()), graph_(ReadGraph(options.input, options.show_all)) {
     choose_handlers(options.handler);
-    graph_->SetDefaultLayout(IncLayout::Create());
+    choose_layout(options.layout);
     collect();
     was_narrowed_ = hides_nodes();
     lay_out(options);
@@ -108,6 +109,14 @@ void LaidOutGraph::choose_handlers(const std::string& handler) {
         graph_->SetDefaultNodeHandler(make_handler<PortNodeHandler>(measure_.get()));
     } else {
         graph_->SetDefaultNodeHandler(make_handler<SimpleNodeHandler>(measure_.get()));
+    }
+}
+
+void LaidOutGraph::choose_layout(const std::string& layout) {
+    if (layout == "inc") {
+        graph_->SetDefaultLayout(IncLayout::Create());
+    } else {
+        graph_->SetDefaultLayout(StableLayout::Create());
     }
 }
 

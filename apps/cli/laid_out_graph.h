@@ -18,6 +18,8 @@ struct GraphOptions {
     // "simple": boxes with captions; "port": boxes with captions and ports, all equally wide;
     // "default": the bare rectangles of the library's own default.
     std::string handler = "simple";
+    // "stable": pictures keep every rule and wear well; "inc": the incremental layout as it is.
+    std::string layout = "stable";
     // What is done after the first layout, one after the other.
     std::vector<ViewChange> changes;
 };
@@ -50,6 +52,7 @@ public:
 
 private:
     void choose_handlers(const std::string& handler);
+    void choose_layout(const std::string& layout);
     void collect();
     void lay_out(const GraphOptions& options);
     [[nodiscard]] bool hides_nodes() const;

@@ -75,6 +75,11 @@ void add_graph_options(CLI::App& command, GraphOptions& options) {
                     "captions, or default, bare rectangles; " +
                         options.handler + " if left out")
         ->check(CLI::IsMember({"port", "simple", "default"}));
+    command
+        .add_option("--layout", options.layout,
+                    "how the graph is laid out: stable, or inc, the plain incremental layout; " +
+                        options.layout + " if left out")
+        ->check(CLI::IsMember({"stable", "inc"}));
     add_change_options(command);
 }
 

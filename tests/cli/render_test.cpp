@@ -192,10 +192,10 @@ TEST_F(Render, SaysThatStandardOutputIsFull) {
     EXPECT_EQ(result.err, "standard output cannot be written\n");
 }
 
-// Lanes of edges may run below all nodes, and no node makes room for them there.
+// Lanes of edges may run below all nodes, and the incremental layout makes no room for them there.
 TEST_F(Render, MakesRoomForRoutesBelowAllNodes) {
     const std::string example = NODELINE_EXAMPLES "/graphs/inflate-blocks.txt";
-    const std::string svg = RunProgram("render " + example + " -o -").out;
+    const std::string svg = RunProgram("render " + example + " --layout inc -o -").out;
     std::smatch height;
     ASSERT_TRUE(std::regex_search(svg, height, std::regex("height=\"([0-9.]+)\"")));
     double lowest = 0.0;

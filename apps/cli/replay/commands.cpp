@@ -2,6 +2,7 @@
 
 #include <apps/cli/replay/dump.h>
 #include <nodeline/layout/inc_layout.h>
+#include <nodeline/layout/stable_layout.h>
 #include <nodeline/ops/graph_ops.h>
 
 #include <string_view>
@@ -42,11 +43,16 @@ void run_owner(Session& session, const Words& words) {
 }
 
 void run_layout(Session& session, const Words& words) {
-    if (words[1] != "inc") {
+    graph_ptr2<ILayout> layout;
+    if (words[1] == "inc") {
+        layout = checked_upcast<ILayout>(IncLayout::Create());
+    } else if (words[1] == "stable") {
+        layout = checked_upcast<ILayout>(StableLayout::Create());
+    } else {
         throw ScriptFault("there is no layout " + Quoted(words[1]));
     }
     if (session.is_laid_out) throw ScriptFault("the layout is chosen before the first recalc");
-    session.script.graph()->SetDefaultLayout(IncLayout::Create());
+    session.script.graph()->SetDefaultLayout(layout);
 }
 
 void run_remove_edge(Session& session, const Words& words) {
