@@ -61,6 +61,9 @@ public:
     void Resize(Node owner) override;
 
 private:
+    // Objects that share a picture take each other's places into account.
+    friend class internal::StableEngine;
+
     std::unique_ptr<internal::StableEngine> engine_;
 };
 

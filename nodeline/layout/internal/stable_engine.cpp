@@ -38,6 +38,17 @@ const StablePipeline& make_steps() {
     return steps;
 }
 
+// The steps of a make as far as the order.
+const StablePipeline& order_steps() {
+    static const StablePipeline steps = {
+        {"determine_levels", shared<determine_levels>},
+        {"lay_courses", lay_courses},
+        {"barycentric_adjust", shared<barycentric_adjust>},
+        {"reduce_crossings", reduce_crossings},
+    };
+    return steps;
+}
+
 const StablePipeline& update_steps() {
     static const StablePipeline steps = {
         {"recall", recall},
@@ -135,13 +146,15 @@ GraphMemory& StableEngine::memory_of(const Node& node) {
 }
 
 void StableEngine::Make(const Node& node, ILayout& self) {
+    order_outside_in(node, self);
     run_inside_out(node, self, Mode::kMake);
-    prepare_shift(node, self, memory_of(node));
+    anchors_.Clear();
+    prepare_shift(node, self, node.GetPosition());
 }
 
 void StableEngine::Update(const Node& node, ILayout& self) {
     run_inside_out(node, self, Mode::kUpdate);
-    prepare_shift(node, self, memory_of(node));
+    prepare_shift(node, self, node.GetPosition());
 }
 
 void StableEngine::Resize(const Node& node, ILayout& self) {
@@ -152,6 +165,30 @@ void StableEngine::Resize(const Node& node, ILayout& self) {
     make_foreign_relative(node, self);
     run_inside_out(node, self, Mode::kResize);
     publish(node, self, memory_of(node));
+}
+
+// Contents are laid out ahead of their owners, for sizes grow from the inside out. What lies
+// outside of a box can tell the order of the edges across its border all the same, for order asks
+// for no sizes. So owners of boxes are ordered beforehand, from the outside in.
+void StableEngine::order_outside_in(const Node& top, ILayout& self) {
+    if (options_.sweeps <= 3) return;
+    const graph_ptr<IGraphVis>& store = top.store();
+    std::vector<graph_ptr<INodeImpl>> owners{top.record()};
+    for (std::size_t i = 0; i < owners.size(); ++i) {
+        const graph_ptr<INodeImpl> owner = owners[i];
+        const std::size_t before = owners.size();
+        const auto owned = owned_of(*owner);
+        for (int k = 0; k < owned.size(); ++k) {
+            if (owned[k].get() == owner.get() || is_leaf(owned[k])) continue;
+            if (store->get_node_layout(owned[k]).get() == &self) owners.push_back(owned[k]);
+        }
+        if (owners.size() == before) continue;
+        OwnerMemory nothing;
+        StableRun run(settings_, options_, Node(store, owner), nothing, local_);
+        run.anchors = &anchors_;
+        for (const StableStep& step : order_steps()) step.run(run);
+        find_anchors(run, anchors_);
+    }
 }
 
 // Contents that another object arranges are shifted as they are; the rest is written anew.
@@ -219,6 +256,7 @@ void StableEngine::run_owner(const Node& owner, GraphMemory& memory, bool afresh
     OwnerMemory& known = memory.Get(id);
     const bool is_new = known.nodes.empty();
     StableRun run(settings_, options_, owner, known, local_);
+    run.anchors = &anchors_;
     const std::uint64_t fingerprint = run.Fingerprint();
     if (is_new || fingerprint != known.fingerprint || !run.IsWhole()) {
         for (const StableStep& step : is_new ? make_steps() : update_steps()) step.run(run);
@@ -230,15 +268,16 @@ void StableEngine::run_owner(const Node& owner, GraphMemory& memory, bool afresh
 }
 
 // Calls `f(owner, memory, origin)` for each owner that this object has laid out under `top`, owners
-// first, with the place that the owner will have in the whole picture.
+// first, with the place that the owner will have in the whole picture when `top` has `place`.
 template <class F>
-void StableEngine::for_each_owner(const Node& top, ILayout& self, GraphMemory& memory, F f) {
+void StableEngine::for_each_owner(const Node& top, const point<double>& place, ILayout& self,
+                                  GraphMemory& memory, F f) {
     struct Owner {
         graph_ptr<INodeImpl> record;
         point<double> origin;
     };
     const graph_ptr<IGraphVis>& store = top.store();
-    std::vector<Owner> owners{{top.record(), top.GetPosition()}};
+    std::vector<Owner> owners{{top.record(), place}};
     for (std::size_t i = 0; i < owners.size(); ++i) {
         const Owner owner = owners[i];
         const OwnerMemory* known = memory.Find(owner.record->get_id());
@@ -254,19 +293,33 @@ void StableEngine::for_each_owner(const Node& top, ILayout& self, GraphMemory& m
     }
 }
 
-// The caller makes the picture absolute.
-void StableEngine::prepare_shift(const Node& top, ILayout& self, GraphMemory& memory) {
-    for_each_owner(top, self, memory,
-                   [](const auto& owner, const OwnerMemory& known, const point<double>& origin) {
-                       move_owner_edges_back(known, owner->get_id(), origin);
-                   });
+// The caller makes the picture absolute. Owners that another object of this kind arranges have been
+// prepared for the place that they had before this run.
+void StableEngine::prepare_shift(const Node& top, ILayout& self, const point<double>& place) {
+    const graph_ptr<IGraphVis>& store = top.store();
+    const auto prepare = [&](const auto& owner, const OwnerMemory& known,
+                             const point<double>& origin) {
+        move_owner_edges_back(known, owner->get_id(), origin);
+        for (const auto& entry : known.nodes) {
+            const graph_ptr<INodeImpl> child = entry.vis->get_node_impl();
+            if (child.get() == owner.get() || is_leaf(child)) continue;
+            const graph_ptr2<ILayout> layout = store->get_node_layout(child);
+            if (layout.get() == &self) continue;
+            if (auto* other = dynamic_cast<StableLayout*>(layout.get())) {
+                engine_of(*other).prepare_shift(
+                    Node(store, child), *other,
+                    {entry.position.x + origin.x, entry.position.y + origin.y});
+            }
+        }
+    };
+    for_each_owner(top, place, self, memory_of(top), prepare);
 }
 
 // Turns what has been laid out into coordinates of the whole picture, from the memories: sums that
 // are taken anew each time do not drift.
 void StableEngine::publish(const Node& top, ILayout& self, GraphMemory& memory) {
     const graph_ptr<IGraphVis>& store = top.store();
-    for_each_owner(top, self, memory,
+    for_each_owner(top, top.GetPosition(), self, memory,
                    [&](const auto& owner, const OwnerMemory& known, const point<double>& origin) {
                        write(known, owner->get_id(), origin);
                        for (const auto& entry : known.nodes) {

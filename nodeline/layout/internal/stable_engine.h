@@ -29,17 +29,22 @@ private:
     enum class Mode { kMake, kUpdate, kResize };
 
     void run_inside_out(const Node& node, ILayout& self, Mode mode);
+    void order_outside_in(const Node& top, ILayout& self);
     void make_foreign_relative(const Node& top, ILayout& self);
     void run_owner(const Node& owner, GraphMemory& memory, bool afresh);
     template <class F>
-    void for_each_owner(const Node& top, ILayout& self, GraphMemory& memory, F f);
-    void prepare_shift(const Node& top, ILayout& self, GraphMemory& memory);
+    void for_each_owner(const Node& top, const point<double>& place, ILayout& self,
+                        GraphMemory& memory, F f);
+    void prepare_shift(const Node& top, ILayout& self, const point<double>& place);
+    static StableEngine& engine_of(StableLayout& layout) { return *layout.engine_; }
     void publish(const Node& top, ILayout& self, GraphMemory& memory);
     GraphMemory& memory_of(const Node& node);
 
     StableLayout::Options options_;
     LayoutSettings settings_;
     LocalInfos local_;
+    // Filled for the length of a make.
+    Anchors anchors_;
     // Tells the memories of this object from those of others.
     graph_ptr<Countable> token_;
     // Serves stores that keep nothing, for the length of a call.

@@ -15,6 +15,8 @@ namespace {
 
 // Rounding alone never closes a place, and never opens one.
 constexpr double kSlack = 1e-7;
+// Between what comes in on top and what was there: more can come in between the two.
+constexpr double kHair = 1e-8;
 constexpr double kEndless = std::numeric_limits<double>::infinity();
 
 // The free room between the neighbours of one level, from the top down. Each neighbour keeps half
@@ -69,9 +71,7 @@ public:
 private:
     [[nodiscard]] double half(Vertex v) const { return run_.half_spacing(v); }
     [[nodiscard]] double top(Vertex v, double y) const { return y - half(v); }
-    [[nodiscard]] double bottom(Vertex v, double y) const {
-        return y + run_.get_height(v) + half(v);
-    }
+    [[nodiscard]] double bottom(Vertex v, double y) const { return y + run_.height(v) + half(v); }
     void add(double start, double end) {
         if (end - start > kSlack) gaps_.emplace(start, end);
     }
@@ -182,7 +182,7 @@ private:
 
     // Whether one vertex of the level may stand below another where they are.
     [[nodiscard]] bool follows(Vertex above, Vertex below) const {
-        const double end = at(run_.y, above) + run_.get_height(above) + run_.spacing(above, below);
+        const double end = at(run_.y, above) + run_.height(above) + run_.spacing(above, below);
         return end <= at(run_.y, below) + kSlack;
     }
 
@@ -278,10 +278,10 @@ private:
         const auto [above, below] = neighbours_of(y);
         const double ceiling = below == kNoVertex ? kEndless : at(run_.y, below);
         if (above == kNoVertex) {
-            put(v, y < ceiling ? y : std::nextafter(ceiling, 0.0));
+            put(v, y < ceiling ? y : ceiling - kHair);
             return;
         }
-        const double end = at(run_.y, above) + run_.get_height(above) + run_.spacing(above, v);
+        const double end = at(run_.y, above) + run_.height(above) + run_.spacing(above, v);
         y = std::max(y, end);
         put(v, y < ceiling ? y : 0.5 * (at(run_.y, above) + ceiling));
     }

@@ -65,8 +65,7 @@ std::vector<Openings::Overlap> find_overlaps(StableRun& run) {
             if (!(upper < lower)) {
                 lower = std::nextafter(upper, std::numeric_limits<double>::infinity());
             }
-            const double missing =
-                upper + run.get_height(above) + run.spacing(above, below) - lower;
+            const double missing = upper + run.height(above) + run.spacing(above, below) - lower;
             if (missing > kLeast) overlaps.push_back({upper, lower, missing});
         }
     }
@@ -95,9 +94,11 @@ void move_to_margin(StableRun& run) {
         for (const Vertex v : run.level_at(k)) top = std::min(top, at(run.y, v));
     }
     if (!(top < std::numeric_limits<double>::infinity())) return;
-    const double offset = top - run.settings().node_spacing;
+    // What is highest is at the margin to the last bit.
     for (int k = 1; k <= n - 2; ++k) {
-        for (const Vertex v : run.level_at(k)) at(run.y, v) -= offset;
+        for (const Vertex v : run.level_at(k)) {
+            at(run.y, v) = at(run.y, v) - top + run.settings().node_spacing;
+        }
     }
 }
 

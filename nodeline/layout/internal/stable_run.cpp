@@ -44,9 +44,32 @@ StableRun::StableRun(const LayoutSettings& settings, const StableLayout::Options
     courses.resize(edges.size());
     placing.assign(static_cast<std::size_t>(node_count()), Placing::kFresh);
     places.assign(placing.size(), -1);
+    lane_room.assign(placing.size(), 0.0);
     bands = memory.bands;
+    hide_owner();
+    forget_own_ends();
     for (Vertex v = 0; v < node_count() && !has_boxes_; ++v) {
         has_boxes_ = owned_of(record(v)).size() > 0;
+    }
+}
+
+// A node that owns itself lies outside of its own contents.
+void StableRun::hide_owner() {
+    for (Vertex v = 0; v < node_count(); ++v) {
+        if (&record(v) == owner().record().get()) at(hidden, v) = 1;
+    }
+}
+
+// Edges end at a node that they lead to, also where it was once an owner through which they ran on.
+void StableRun::forget_own_ends() {
+    for (EdgeIndex e = 0; e < edge_count(); ++e) {
+        EdgeState& edge = at(edges, e);
+        if (edge.inner_from != nullptr && from_of(edge_record(e)).node == &record(edge.from)) {
+            edge.inner_from = nullptr;
+        }
+        if (edge.inner_to != nullptr && to_of(edge_record(e)).node == &record(edge.to)) {
+            edge.inner_to = nullptr;
+        }
     }
 }
 

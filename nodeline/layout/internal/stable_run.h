@@ -2,6 +2,7 @@
 #pragma once
 
 #include <nodeline/layout/internal/layout_run.h>
+#include <nodeline/layout/internal/stable_anchors.h>
 #include <nodeline/layout/internal/stable_memory.h>
 #include <nodeline/layout/stable_layout.h>
 
@@ -98,19 +99,28 @@ public:
     [[nodiscard]] Vertex vertex_on(EdgeIndex e, int level) const;
     // The room between two neighbours of a level.
     [[nodiscard]] double spacing(Vertex above, Vertex below) const;
+    // The room that a vertex takes along its level, with the lanes that are really below it.
+    [[nodiscard]] double height(Vertex v) {
+        return is_dummy(v) ? get_height(v) : at(sizes, v).cy + at(lane_room, v);
+    }
     // The y at which an edge leaves or meets a node.
     [[nodiscard]] double end_y(EdgeIndex e, Vertex v, Order side) const {
         return at(y, v) + port_offset(e, v, side, 0.5 * at(sizes, v).cy);
     }
 
-    std::vector<Course> courses;   // by edge
-    std::vector<Placing> placing;  // by vertex
-    std::vector<int> places;       // by vertex: on its level in the last picture, or -1
-    std::vector<Level> bands;      // by level
+    std::vector<Course> courses;    // by edge
+    std::vector<Placing> placing;   // by vertex
+    std::vector<int> places;        // by vertex: on its level in the last picture, or -1
+    std::vector<double> lane_room;  // by real node
+    std::vector<Level> bands;       // by level
+    // What pulls at the edges across the border; null if nothing is known.
+    const Anchors* anchors = nullptr;
     // By how much levels of the last run have moved up.
     int lifted = 0;
 
 private:
+    void hide_owner();
+    void forget_own_ends();
     [[nodiscard]] bool shows(INodeImpl* end, Vertex top) const;
 
     bool has_boxes_ = false;

@@ -18,6 +18,9 @@ void lay_courses(StableRun& run);
 // Before: courses. After: edges have bends on their way alone, and none if they are not to be seen.
 void drop_stale_stretches(StableRun& run);
 
+// Tells the boxes of an owner whose levels are ordered what pulls at their borders.
+void find_anchors(const StableRun& run, Anchors& anchors);
+
 // Before: ordered levels. After: the order with the fewest crossings that further sweeps found.
 void reduce_crossings(StableRun& run);
 

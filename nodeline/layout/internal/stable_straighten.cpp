@@ -41,11 +41,11 @@ private:
         Room room{-kEndless, kEndless};
         if (i > 0) {
             const Vertex above = level[i - 1];
-            room.top = at(run_.y, above) + run_.get_height(above) + run_.spacing(above, v);
+            room.top = at(run_.y, above) + run_.height(above) + run_.spacing(above, v);
         }
         if (i + 1 < level.size()) {
             const Vertex below = level[i + 1];
-            room.bottom = at(run_.y, below) - run_.get_height(v) - run_.spacing(v, below);
+            room.bottom = at(run_.y, below) - run_.height(v) - run_.spacing(v, below);
         }
         // A level that is short of room stays as it is.
         if (room.bottom < room.top) room = {at(run_.y, v), at(run_.y, v)};

@@ -98,7 +98,7 @@ private:
                 course.first_bend = 2;
             }
         }
-        if (meets_owner) ++at(run_.backedge_count, v);
+        if (meets_owner) take_lane(e, v);
         const int ends = meets_owner ? 5 : 3;
         lay_chain(e, 2 * course.crossed() + ends);
     }
@@ -109,26 +109,28 @@ private:
         course.to = to;
         const int from_level = run_.level_of(from);
         const int to_level = run_.level_of(to);
-        const auto take_lanes = [&] {
-            ++at(run_.backedge_count, from);
-            if (from != to) ++at(run_.backedge_count, to);
-        };
         if (from_level == to_level) {
             course.kind = CourseKind::kFlat;
-            take_lanes();
+            take_lane(e, from);
+            // The steps that are shared reckon with a lane at either end.
+            if (from != to) ++at(run_.backedge_count, to);
             lay_chain(e, 6);
             return;
         }
-        if (from_level > to_level) {
-            course.kind = CourseKind::kBackward;
-            take_lanes();
-        } else {
-            course.kind = CourseKind::kForward;
+        course.kind = from_level > to_level ? CourseKind::kBackward : CourseKind::kForward;
+        if (course.runs_left()) {
+            take_lane(e, from);
+            take_lane(e, to);
         }
         course.first_bend = course.runs_left() ? 4 : 2;
         course.low = std::min(from_level, to_level) + 1;
         course.high = std::max(from_level, to_level) - 1;
         lay_chain(e, 2 * course.crossed() + 2 * course.first_bend);
+    }
+
+    void take_lane(EdgeIndex e, Vertex v) {
+        ++at(run_.backedge_count, v);
+        at(run_.lane_room, v) += run_.settings().dummy_spacing + run_.edge_width(e);
     }
 
     // Gives the edge its bends, and its crossed levels a vertex each, and links them. A chain that
@@ -238,8 +240,6 @@ void drop_stale_stretches(StableRun& run) {
         }
         if (edge.vis->GetStretchCount() == static_cast<int>(path.size())) continue;
         edge.vis->KeepStretchesIn(path);
-        if (edge.from != kNoVertex) edge.inner_from = edge.vis->FindChain(run.id_of(edge.from));
-        if (edge.to != kNoVertex) edge.inner_to = edge.vis->FindChain(run.id_of(edge.to));
     }
 }
 
