@@ -2,6 +2,7 @@
 
 #include <nodeline/handlers/handlers.h>
 #include <nodeline/layout/inc_layout.h>
+#include <nodeline/layout/stable_layout.h>
 #include <nodeline/ops/graph_ops.h>
 
 #include <algorithm>
@@ -45,7 +46,11 @@ private:
 
 const std::vector<Keeper>& Keepers() {
     static const auto new_inc_layout = [] { return graph_ptr2<ILayout>(IncLayout::Create()); };
-    static const std::vector<Keeper> keepers = {{"update", new_inc_layout, false, true},
+    static const auto new_stable_layout = [] {
+        return graph_ptr2<ILayout>(StableLayout::Create());
+    };
+    static const std::vector<Keeper> keepers = {{"stable", new_stable_layout, false, true},
+                                                {"update", new_inc_layout, false, true},
                                                 {"update, no header", new_inc_layout, false, false},
                                                 {"make", new_inc_layout, true, true}};
     return keepers;
