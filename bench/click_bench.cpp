@@ -4,11 +4,13 @@
 //
 // A click folds or unfolds a node in the middle of the graph and calls `RecalculateLayout`. Make is
 // `RecalculateLayout` of a fresh graph. Nodes have a fixed size, or that of their captions: "warm"
-// where the captions have been measured before, "cold" where they have not. Times are processor
+// where the captions have been measured before, "cold" where they have not. "stable" stands for
+// nodes of a fixed size under `StableLayout`, everything else for `IncLayout`. Times are processor
 // times of one call.
 #include <bench/built_graph.h>
 #include <bench/stopwatch.h>
 #include <nodeline/handlers/handlers.h>
+#include <nodeline/layout/stable_layout.h>
 #include <nodeline/ops/graph_ops.h>
 
 #ifdef NODELINE_BENCH_TEXT
@@ -26,7 +28,7 @@ namespace nodeline::bench {
 
 namespace {
 
-enum class Sizes { kFixed, kWarmText, kColdText };
+enum class Setting { kFixed, kStable, kWarmText, kColdText };
 
 #ifdef NODELINE_BENCH_TEXT
 
@@ -66,21 +68,23 @@ Captions& TheCaptions() {
 }
 
 // A graph that has not been laid out yet.
-BuiltGraph build(const GraphPlan& plan, Sizes sizes) {
+BuiltGraph build(const GraphPlan& plan, Setting setting) {
     static long long round = 0;
     BuiltGraph built = Build(plan);
-    if (sizes != Sizes::kFixed) {
-        if (sizes == Sizes::kColdText) ++round;
+    if (setting == Setting::kStable) {
+        built.graph->SetDefaultLayout(graph_ptr2<ILayout>(StableLayout::Create()));
+    } else if (setting != Setting::kFixed) {
+        if (setting == Setting::kColdText) ++round;
         TheCaptions().Write(built, round);
     }
     return built;
 }
 
-void measure_make(benchmark::State& state, const Family& family, int size, Sizes sizes) {
+void measure_make(benchmark::State& state, const Family& family, int size, Setting setting) {
     const GraphPlan plan = family.plan(size);
-    if (sizes == Sizes::kWarmText) build(plan, sizes).graph->RecalculateLayout(nullptr);
+    if (setting == Setting::kWarmText) build(plan, setting).graph->RecalculateLayout(nullptr);
     for ([[maybe_unused]] auto _ : state) {
-        const BuiltGraph built = build(plan, sizes);
+        const BuiltGraph built = build(plan, setting);
         const Stopwatch watch;
         built.graph->RecalculateLayout(nullptr);
         state.SetIterationTime(watch.Seconds());
@@ -101,8 +105,8 @@ std::vector<Node> find_targets(const BuiltGraph& built) {
 }
 
 // The time of a click, which is half that of folding a node and unfolding it again.
-void measure_click(benchmark::State& state, const Family& family, int size, Sizes sizes) {
-    const BuiltGraph built = build(family.plan(size), sizes);
+void measure_click(benchmark::State& state, const Family& family, int size, Setting setting) {
+    const BuiltGraph built = build(family.plan(size), setting);
     built.graph->RecalculateLayout(nullptr);
     const std::vector<Node> targets = find_targets(built);
     std::size_t next = 0;
@@ -117,32 +121,36 @@ void measure_click(benchmark::State& state, const Family& family, int size, Size
     }
 }
 
-using Measure = void (*)(benchmark::State&, const Family&, int, Sizes);
+using Measure = void (*)(benchmark::State&, const Family&, int, Setting);
 
-void add(const std::string& title, const Family& family, int size, Measure measure, Sizes sizes) {
+void add(const std::string& title, const Family& family, int size, Measure measure,
+         Setting setting) {
     const std::string name =
         title + "/" + std::string(family.name) + "/" + std::to_string(size) + "/";
-    const char* kind = sizes == Sizes::kFixed      ? "fixed"
-                       : sizes == Sizes::kWarmText ? "warm"
-                                                   : "cold";
-    benchmark::RegisterBenchmark((name + kind).c_str(), measure, family, size, sizes)
+    const char* kind = setting == Setting::kFixed      ? "fixed"
+                       : setting == Setting::kStable   ? "stable"
+                       : setting == Setting::kWarmText ? "warm"
+                                                       : "cold";
+    benchmark::RegisterBenchmark((name + kind).c_str(), measure, family, size, setting)
         ->Unit(benchmark::kMillisecond)
         ->UseManualTime();
 }
 
 void register_all() {
 #ifdef NODELINE_BENCH_TEXT
-    const std::vector<Sizes> kinds{Sizes::kFixed, Sizes::kWarmText, Sizes::kColdText};
+    const std::vector<Setting> kinds{Setting::kFixed, Setting::kStable, Setting::kWarmText,
+                                     Setting::kColdText};
 #else
-    const std::vector<Sizes> kinds{Sizes::kFixed};
+    const std::vector<Setting> kinds{Setting::kFixed, Setting::kStable};
 #endif
     for (const char* name : {"calls", "boxes"}) {
         const Family& family = *FindFamily(name);
         for (const int size : {1000, 10000, 100000}) {
-            for (const Sizes sizes : kinds) {
-                add("Make", family, size, measure_make, sizes);
+            for (const Setting setting : kinds) {
+                add("Make", family, size, measure_make, setting);
                 // By the time of a click, the captions have been measured.
-                if (sizes != Sizes::kColdText) add("Click", family, size, measure_click, sizes);
+                if (setting != Setting::kColdText)
+                    add("Click", family, size, measure_click, setting);
             }
         }
     }

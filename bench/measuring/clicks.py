@@ -32,6 +32,22 @@ def click():
                   "click, fixed", "warm of cold", "warm of warm", "fixed of fixed"], rows)
 
 
+def layouts():
+    """Make and a click with either layout, nodes of a fixed size."""
+    medians = programs.google_benchmark("click", "/(fixed|stable)")
+    rows = []
+    for family, title in FAMILIES.items():
+        for size in SIZES:
+            row = [title, count(size)]
+            for what in ("Make", "Click"):
+                inc, stable = (medians[f"{what}/{family}/{size}/{setting}"]["real_time"]
+                               for setting in ("fixed", "stable"))
+                row += [f"{digits(inc)} ms", f"{digits(stable)} ms", f"{stable / inc:.2f}"]
+            rows.append(row)
+    return table(["family", "nodes", "Make, IncLayout", "Make, StableLayout", "ratio",
+                  "click, IncLayout", "click, StableLayout", "ratio"], rows)
+
+
 # As in `steps`, for the steps of an update.
 PARTS = {
     "collecting nodes and edges": [f"{steps.RUN}LayoutRun", f"{steps.RUN}load_positions"],

@@ -81,12 +81,16 @@ def unexplained(old, new, nodes, owner):
         base = new[owner][1] - old[owner][1] if owner in old else 0.0
         return round(new[number][1] - old[number][1] - base, 3)
 
-    def height(number):
-        # The opening goes by the middle that the node would have with its new size.
-        return old[number][1] + new[number][3] / 2
+    # An opening goes by the top of a node, or by the middle that it has with its new size.
+    heights = (lambda n: round(old[n][1], 3), lambda n: old[n][1] + new[n][3] / 2)
+    return min(left_over(sorted(nodes, key=lambda n: (height(n), way(n))), way)
+               for height in heights)
 
+
+def left_over(nodes, way):
+    """How many nodes to leave out so that the way never gets shorter from one to the next."""
     longest = []
-    for number in sorted(nodes, key=lambda n: (height(n), way(n))):
+    for number in nodes:
         place = bisect.bisect_right(longest, way(number))
         longest[place:place + 1] = [way(number)]
     return len(nodes) - len(longest)

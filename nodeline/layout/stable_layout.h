@@ -32,7 +32,7 @@ public:
         double backedge_spacing = 5.0;  // width of one lane for an edge that runs backwards
         // The most sweeps of a `Make` over the levels in search of an order with few crossings, and
         // at least 3. They end before that when they find no better order.
-        int sweeps = 7;
+        int sweeps = 5;
         // Whether a `Make` moves long edges and nodes so that edges bend less.
         bool straighten = true;
         // What is new goes into a gap that lies at most so far from where it would like to be;

@@ -16,8 +16,8 @@ namespace nodeline::cairo {
 class ExtentCache {
 public:
     // The most that one generation holds.
-    static constexpr std::size_t kMaxTexts = 32768;
-    static constexpr std::size_t kMaxBytes = std::size_t{1} << 20;
+    static constexpr std::size_t kMaxTexts = 131072;
+    static constexpr std::size_t kMaxBytes = std::size_t{1} << 22;
 
     // Null if the text is not known. Good until the next call.
     [[nodiscard]] const TextExtent* Find(std::string_view text);

@@ -275,7 +275,7 @@ void reduce_crossings(StableRun& run) {
     }
     run.levels = std::move(best);
     number_levels(run);
-    for (int i = 0; i < 2 && swapper.Run(); ++i) {
+    for (int i = 0; i < 1 && swapper.Run(); ++i) {
     }
 }
 

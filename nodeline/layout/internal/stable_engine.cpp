@@ -27,6 +27,7 @@ const StablePipeline& make_steps() {
         {"drop_stale_stretches", drop_stale_stretches},
         {"barycentric_adjust", shared<barycentric_adjust>},
         {"reduce_crossings", reduce_crossings},
+        {"number_by_level", number_by_level},
         {"calculate_initial_y_coords", shared<calculate_initial_y_coords>},
         {"force_adjust", shared<force_adjust>},
         {"straighten", straighten},

@@ -49,8 +49,9 @@ private:
     std::vector<Step> steps_;
 };
 
-// Less is rounding.
+// Less is rounding: of what is missing, and of heights that are meant to be the same.
 constexpr double kLeast = 1e-7;
+constexpr double kLevel = 1e-6;
 
 std::vector<Openings::Overlap> find_overlaps(StableRun& run) {
     std::vector<Openings::Overlap> overlaps;
@@ -66,7 +67,10 @@ std::vector<Openings::Overlap> find_overlaps(StableRun& run) {
                 lower = std::nextafter(upper, std::numeric_limits<double>::infinity());
             }
             const double missing = upper + run.height(above) + run.spacing(above, below) - lower;
-            if (missing > kLeast) overlaps.push_back({upper, lower, missing});
+            if (missing <= kLeast) continue;
+            // What is level but for rounding stays level.
+            const double least = lower - std::min(kLevel, 0.5 * (lower - upper));
+            overlaps.push_back({upper, least > upper ? least : lower, missing});
         }
     }
     return overlaps;

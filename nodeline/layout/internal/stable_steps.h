@@ -21,6 +21,10 @@ void drop_stale_stretches(StableRun& run);
 // Tells the boxes of an owner whose levels are ordered what pulls at their borders.
 void find_anchors(const StableRun& run, Anchors& anchors);
 
+// Gives the dummy nodes the numbers of their order in the table: what stands side by side on a
+// level lies side by side in memory.
+void number_by_level(StableRun& run);
+
 // Before: ordered levels. After: the order with the fewest crossings that further sweeps found.
 void reduce_crossings(StableRun& run);
 

@@ -200,7 +200,8 @@ void restore_order(StableRun& run) {
     }
 }
 
-// Gives the dummy nodes numbers by their order in the table, with all that is known of them.
+}  // namespace
+
 void number_by_level(StableRun& run) {
     const std::vector<Vertex> numbers = run.number_by_level();
     std::vector<Placing> placing = run.placing;
@@ -208,15 +209,13 @@ void number_by_level(StableRun& run) {
         at(placing, numbers[i]) = run.placing[i + static_cast<std::size_t>(run.node_count())];
     }
     run.placing = std::move(placing);
+    run.index_links();
 }
-
-}  // namespace
 
 void lay_courses(StableRun& run) {
     CourseLayer(run).Run();
     restore_order(run);
     number_by_level(run);
-    run.index_links();
 }
 
 // What an edge left elsewhere, before one of its ends moved, would turn up in its route.
