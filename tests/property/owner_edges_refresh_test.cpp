@@ -53,13 +53,23 @@ Reading Refreshed(OwnerEdges& kept, const Node& owner) {
     return Reading(kept);
 }
 
+// Under itself, a node would be cut off from the root, and nobody would take it apart.
+bool LiesIn(Node node, const Node& owner) {
+    for (; node; node = node.GetOwner()) {
+        if (node == owner) return true;
+    }
+    return false;
+}
+
 void ChangeOne(RandomGraph& g, Random& random) {
     if (g.nodes.empty()) return;
     Node node = random.Of(g.nodes);
     switch (random.Between(0, 3)) {
-        case 0:
-            node.SetOwner(random.OneIn(4) ? g.root : random.Of(g.nodes));
+        case 0: {
+            const Node owner = random.OneIn(4) ? g.root : random.Of(g.nodes);
+            if (!LiesIn(owner, node)) node.SetOwner(owner);
             break;
+        }
         case 1:
             g.nodes.push_back(node.AddNode());
             break;

@@ -143,7 +143,7 @@ GraphMemory& StableEngine::memory_of(const Node& node) {
         const graph_ptr<GraphMemory> fresh(new GraphMemory);
         memory = fresh;
     }
-    return static_cast<GraphMemory&>(*memory.get());
+    return static_cast<GraphMemory&>(*memory);
 }
 
 void StableEngine::Make(const Node& node, ILayout& self) {
