@@ -81,10 +81,13 @@ bool has_picture(const OwnerMemory* memory) {
                                             [](const auto& entry) { return entry.has_place; });
 }
 
-void write(const OwnerMemory& memory, int owner_id, const point<double>& origin) {
+void write_nodes(const OwnerMemory& memory, const point<double>& origin) {
     for (const auto& entry : memory.nodes) {
         entry.vis->set_position({entry.position.x + origin.x, entry.position.y + origin.y});
     }
+}
+
+void write_bends(const OwnerMemory& memory, int owner_id, const point<double>& origin) {
     for (const auto& entry : memory.edges) {
         BreakChain* chain = entry.vis->FindChain(owner_id);
         if (chain == nullptr) continue;
@@ -262,9 +265,11 @@ void StableEngine::run_owner(const Node& owner, GraphMemory& memory, bool afresh
     if (is_new || fingerprint != known.fingerprint || !run.IsWhole()) {
         for (const StableStep& step : is_new ? make_steps() : update_steps()) step.run(run);
         known.fingerprint = fingerprint;
+    } else {
+        write_bends(known, id, {0.0, 0.0});
     }
     known.neighbourhood = run.release_neighbourhood();
-    write(known, id, {0.0, 0.0});
+    write_nodes(known, {0.0, 0.0});
     Node(owner).SetSize(known.extent);
 }
 
@@ -322,7 +327,8 @@ void StableEngine::publish(const Node& top, ILayout& self, GraphMemory& memory) 
     const graph_ptr<IGraphVis>& store = top.store();
     for_each_owner(top, top.GetPosition(), self, memory,
                    [&](const auto& owner, const OwnerMemory& known, const point<double>& origin) {
-                       write(known, owner->get_id(), origin);
+                       write_nodes(known, origin);
+                       write_bends(known, owner->get_id(), origin);
                        for (const auto& entry : known.nodes) {
                            const graph_ptr<INodeImpl> child = entry.vis->get_node_impl();
                            if (child.get() == owner.get() || is_leaf(child)) continue;
