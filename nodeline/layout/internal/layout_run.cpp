@@ -76,25 +76,6 @@ void LayoutRun::collect_edges() {
     }
 }
 
-namespace {
-
-// Prepares a map for the ids of `entries`, and gives each its place among them.
-template <class Entry>
-void number_by_id(const std::vector<Entry>& entries, IdMap& map) {
-    int lowest = std::numeric_limits<int>::max();
-    int highest = std::numeric_limits<int>::min();
-    for (const Entry& entry : entries) {
-        lowest = std::min(lowest, entry.id);
-        highest = std::max(highest, entry.id);
-    }
-    map.Reset(lowest, highest, entries.size());
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        map.Set(entries[i].id, static_cast<std::int32_t>(i));
-    }
-}
-
-}  // namespace
-
 void LayoutRun::find_old_nodes() {
     if (old_.nodes.empty()) return;
     IdMap numbers;

@@ -5,26 +5,11 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <utility>
 
 namespace nodeline::internal {
 
 namespace {
-
-template <class Entry>
-void index_entries(const std::vector<Entry>& entries, IdMap& places) {
-    int lowest = std::numeric_limits<int>::max();
-    int highest = std::numeric_limits<int>::min();
-    for (const Entry& entry : entries) {
-        lowest = std::min(lowest, entry.id);
-        highest = std::max(highest, entry.id);
-    }
-    places.Reset(lowest, highest, entries.size());
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        places.Set(entries[i].id, static_cast<std::int32_t>(i));
-    }
-}
 
 OwnerStore with(OwnerEdges neighbourhood) {
     OwnerStore store;
@@ -39,8 +24,8 @@ StableRun::StableRun(const LayoutSettings& settings, const StableLayout::Options
     : LayoutRun(settings, owner, with(std::move(memory.neighbourhood)), local),
       options_(options),
       memory_(memory) {
-    index_entries(memory.nodes, node_places_);
-    index_entries(memory.edges, edge_places_);
+    number_by_id(memory.nodes, node_places_);
+    number_by_id(memory.edges, edge_places_);
     courses.resize(edges.size());
     placing.assign(static_cast<std::size_t>(node_count()), Placing::kFresh);
     places.assign(placing.size(), -1);

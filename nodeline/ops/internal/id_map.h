@@ -58,4 +58,19 @@ private:
     std::unordered_map<int, std::int32_t> sparse_;
 };
 
+// Fills a map with the places of entries by their ids.
+template <class Entry>
+void number_by_id(const std::vector<Entry>& entries, IdMap& map) {
+    int lowest = std::numeric_limits<int>::max();
+    int highest = std::numeric_limits<int>::min();
+    for (const Entry& entry : entries) {
+        lowest = std::min(lowest, entry.id);
+        highest = std::max(highest, entry.id);
+    }
+    map.Reset(lowest, highest, entries.size());
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        map.Set(entries[i].id, static_cast<std::int32_t>(i));
+    }
+}
+
 }  // namespace nodeline::internal
