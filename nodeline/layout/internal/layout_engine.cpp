@@ -1,7 +1,7 @@
 #include <nodeline/layout/internal/layout_engine.h>
 
+#include <nodeline/layout/internal/owner_walk.h>
 #include <nodeline/layout/internal/steps.h>
-#include <nodeline/model/internal/record_access.h>
 #include <nodeline/ops/graph_ops.h>
 #include <nodeline/ops/internal/absolute.h>
 
@@ -13,14 +13,6 @@ namespace {
 
 void run_steps(const Pipeline& pipeline, LayoutRun& run) {
     for (const Step& step : pipeline) step.run(run);
-}
-
-bool is_leaf(const graph_ptr<INodeImpl>& node) { return owned_of(*node).size() == 0; }
-
-void size_leaf(Node node) {
-    if (const graph_ptr2<INodeHandler> handler = node.GetHandler()) {
-        node.SetSize(handler->GetSize(node));
-    }
 }
 
 }  // namespace
@@ -58,42 +50,20 @@ void LayoutEngine::Update(const Node& node, ILayout& self) {
     run_inside_out(node, self, Mode::kUpdate);
 }
 
-// Contents before their owners, in a loop; only contents that another layout object arranges cost
-// a call level.
 void LayoutEngine::run_inside_out(const Node& node, ILayout& self, Mode mode) {
-    struct Frame {
-        graph_ptr<INodeImpl> owner;
-        int next;
-    };
-    const graph_ptr<IGraphVis>& store = node.store();
-    std::vector<Frame> path{{node.record(), 0}};
-    while (!path.empty()) {
-        Frame& frame = path.back();
-        const auto owned = owned_of(*frame.owner);
-        if (frame.next < owned.size()) {
-            const graph_ptr<INodeImpl>& child = owned[frame.next++];
-            if (child.get() == frame.owner.get()) continue;
-            const graph_ptr2<ILayout> layout = store->get_node_layout(child);
-            if (!layout) continue;
-            if (layout.get() == &self) {
-                path.push_back({child, 0});
-            } else if (mode == Mode::kMake) {
-                layout->Make(Node(store, child));
-            } else {
-                layout->Update(Node(store, child));
-            }
-            continue;
-        }
-        const Node done(store, frame.owner);
-        path.pop_back();
-        if (is_leaf(done.record())) {
-            size_leaf(done);
+    const auto run_own = [&](const Node& owner) {
+        if (is_leaf(owner.record())) {
+            size_leaf(owner);
         } else if (mode == Mode::kMake) {
-            make_owner(done);
+            make_owner(owner);
         } else {
-            update_owner(done);
+            update_owner(owner);
         }
-    }
+    };
+    const auto run_foreign = [&](const Node& owner, ILayout& layout) {
+        mode == Mode::kMake ? layout.Make(owner) : layout.Update(owner);
+    };
+    walk_inside_out(node, self, run_own, run_foreign);
 }
 
 void LayoutEngine::make_owner(const Node& node) {

@@ -1,8 +1,8 @@
 #include <nodeline/layout/internal/stable_engine.h>
 
+#include <nodeline/layout/internal/owner_walk.h>
 #include <nodeline/layout/internal/stable_steps.h>
 #include <nodeline/layout/internal/steps.h>
-#include <nodeline/model/internal/record_access.h>
 #include <nodeline/ops/graph_ops.h>
 #include <nodeline/ops/internal/absolute.h>
 
@@ -67,14 +67,6 @@ const StablePipeline& update_steps() {
 
 class TokenOfALayout : public Countable {};
 
-bool is_leaf(const graph_ptr<INodeImpl>& node) { return owned_of(*node).size() == 0; }
-
-void size_leaf(Node node) {
-    if (const graph_ptr2<INodeHandler> handler = node.GetHandler()) {
-        node.SetSize(handler->GetSize(node));
-    }
-}
-
 // Whether anything of the owner has stood in a picture.
 bool has_picture(const OwnerMemory* memory) {
     return memory != nullptr && std::any_of(memory->nodes.begin(), memory->nodes.end(),
@@ -135,40 +127,44 @@ StableEngine::StableEngine(const StableLayout::Options& options)
     settings_.backedge_spacing = options.backedge_spacing;
 }
 
-GraphMemory& StableEngine::memory_of(const Node& node) {
+// Routes ask for the library's own store as well, so there is nothing to do in any other.
+GraphMemory* StableEngine::memory_of(const Node& node) {
     auto* store = dynamic_cast<DefaultGraphVis*>(node.store().get());
-    if (store == nullptr) {
-        spare_ = graph_ptr<GraphMemory>(new GraphMemory);
-        return *spare_;
-    }
+    if (store == nullptr) return nullptr;
     graph_ptr<Countable>& memory = store->attachment(token_);
     if (!memory) {
         const graph_ptr<GraphMemory> fresh(new GraphMemory);
         memory = fresh;
     }
-    return static_cast<GraphMemory&>(*memory);
+    return static_cast<GraphMemory*>(memory.get());
 }
 
 void StableEngine::Make(const Node& node, ILayout& self) {
+    GraphMemory* memory = memory_of(node);
+    if (memory == nullptr) return;
     order_outside_in(node, self);
-    run_inside_out(node, self, Mode::kMake);
+    run_inside_out(node, self, *memory, Mode::kMake);
     anchors_.Clear();
-    prepare_shift(node, self, node.GetPosition());
+    prepare_shift(node, self, *memory, node.GetPosition());
 }
 
 void StableEngine::Update(const Node& node, ILayout& self) {
-    run_inside_out(node, self, Mode::kUpdate);
-    prepare_shift(node, self, node.GetPosition());
+    GraphMemory* memory = memory_of(node);
+    if (memory == nullptr) return;
+    run_inside_out(node, self, *memory, Mode::kUpdate);
+    prepare_shift(node, self, *memory, node.GetPosition());
 }
 
 void StableEngine::Resize(const Node& node, ILayout& self) {
+    GraphMemory* memory = memory_of(node);
+    if (memory == nullptr) return;
     if (is_leaf(node.record())) {
         size_leaf(node);
         return;
     }
     make_foreign_relative(node, self);
-    run_inside_out(node, self, Mode::kResize);
-    publish(node, self, memory_of(node));
+    run_inside_out(node, self, *memory, Mode::kResize);
+    publish(node, self, *memory);
 }
 
 // Contents are laid out ahead of their owners, for sizes grow from the inside out. What lies
@@ -176,19 +172,16 @@ void StableEngine::Resize(const Node& node, ILayout& self) {
 // for no sizes. So owners of boxes are ordered beforehand, from the outside in.
 void StableEngine::order_outside_in(const Node& top, ILayout& self) {
     if (options_.sweeps <= 3) return;
-    const graph_ptr<IGraphVis>& store = top.store();
-    std::vector<graph_ptr<INodeImpl>> owners{top.record()};
+    std::vector<Node> owners{top};
     for (std::size_t i = 0; i < owners.size(); ++i) {
-        const graph_ptr<INodeImpl> owner = owners[i];
+        const Node owner = owners[i];
         const std::size_t before = owners.size();
-        const auto owned = owned_of(*owner);
-        for (int k = 0; k < owned.size(); ++k) {
-            if (owned[k].get() == owner.get() || is_leaf(owned[k])) continue;
-            if (store->get_node_layout(owned[k]).get() == &self) owners.push_back(owned[k]);
-        }
+        for_each_inner_owner(owner, [&](const Node& inner, const ILayout& layout) {
+            if (&layout == &self) owners.push_back(inner);
+        });
         if (owners.size() == before) continue;
         OwnerMemory nothing;
-        StableRun run(settings_, options_, Node(store, owner), nothing, local_);
+        StableRun run(settings_, options_, owner, nothing, local_);
         run.anchors = &anchors_;
         for (const StableStep& step : order_steps()) step.run(run);
         find_anchors(run, anchors_);
@@ -197,60 +190,35 @@ void StableEngine::order_outside_in(const Node& top, ILayout& self) {
 
 // Contents that another object arranges are shifted as they are; the rest is written anew.
 void StableEngine::make_foreign_relative(const Node& top, ILayout& self) {
-    const graph_ptr<IGraphVis>& store = top.store();
-    std::vector<graph_ptr<INodeImpl>> owners{top.record()};
+    std::vector<Node> owners{top};
     for (std::size_t i = 0; i < owners.size(); ++i) {
-        const graph_ptr<INodeImpl> owner = owners[i];
-        const auto owned = owned_of(*owner);
-        for (int k = 0; k < owned.size(); ++k) {
-            if (owned[k].get() == owner.get() || is_leaf(owned[k])) continue;
-            if (store->get_node_layout(owned[k]).get() == &self) {
-                owners.push_back(owned[k]);
+        for_each_inner_owner(Node(owners[i]), [&](const Node& inner, const ILayout& layout) {
+            if (&layout == &self) {
+                owners.push_back(inner);
             } else {
-                make_relative(Node(store, owned[k]));
+                make_relative(inner);
             }
-        }
+        });
     }
 }
 
-// Contents before their owners, in a loop; only contents that another layout object arranges cost
-// a call level. A resize leaves the sizes of leaves and the work of other layouts alone.
-void StableEngine::run_inside_out(const Node& node, ILayout& self, Mode mode) {
-    struct Frame {
-        graph_ptr<INodeImpl> owner;
-        int next;
-    };
-    GraphMemory& memory = memory_of(node);
-    const graph_ptr<IGraphVis>& store = node.store();
-    std::vector<Frame> path{{node.record(), 0}};
+// A resize leaves the sizes of leaves and the work of other layouts alone.
+void StableEngine::run_inside_out(const Node& node, ILayout& self, GraphMemory& memory, Mode mode) {
     std::size_t owners = 0;
-    while (!path.empty()) {
-        Frame& frame = path.back();
-        const auto owned = owned_of(*frame.owner);
-        if (frame.next < owned.size()) {
-            const graph_ptr<INodeImpl>& child = owned[frame.next++];
-            if (child.get() == frame.owner.get()) continue;
-            const graph_ptr2<ILayout> layout = store->get_node_layout(child);
-            if (!layout) continue;
-            if (layout.get() == &self) {
-                path.push_back({child, 0});
-            } else if (mode == Mode::kMake) {
-                layout->Make(Node(store, child));
-            } else if (mode == Mode::kUpdate) {
-                layout->Update(Node(store, child));
-            }
-            continue;
-        }
-        const Node done(store, frame.owner);
-        path.pop_back();
-        if (!is_leaf(done.record())) {
-            run_owner(done, memory, mode == Mode::kMake);
+    const auto run_own = [&](const Node& owner) {
+        if (is_leaf(owner.record())) {
+            memory.Forget(owner.GetID());
+            if (mode != Mode::kResize) size_leaf(owner);
+        } else {
+            run_owner(owner, memory, mode == Mode::kMake);
             ++owners;
-            continue;
         }
-        memory.Forget(done.GetID());
-        if (mode != Mode::kResize) size_leaf(done);
-    }
+    };
+    const auto run_foreign = [&](const Node& owner, ILayout& layout) {
+        if (mode == Mode::kMake) layout.Make(owner);
+        if (mode == Mode::kUpdate) layout.Update(owner);
+    };
+    walk_inside_out(node, self, run_own, run_foreign);
     if (IsRoot(node) && owners < memory.GetCount()) memory.ForgetRemoved();
 }
 
@@ -273,69 +241,70 @@ void StableEngine::run_owner(const Node& owner, GraphMemory& memory, bool afresh
     Node(owner).SetSize(known.extent);
 }
 
-// Calls `f(owner, memory, origin)` for each owner that this object has laid out under `top`, owners
-// first, with the place that the owner will have in the whole picture when `top` has `place`.
-template <class F>
+// Calls `own(owner, memory, origin)` for each owner that this object has laid out under `top`,
+// owners first, with the place that the owner has in the whole picture when `top` has `place`; and
+// `foreign(node, layout, origin)` for the owners in them that another object arranges.
+template <class Own, class Foreign>
 void StableEngine::for_each_owner(const Node& top, const point<double>& place, ILayout& self,
-                                  GraphMemory& memory, F f) {
+                                  GraphMemory& memory, Own own, Foreign foreign) {
     struct Owner {
-        graph_ptr<INodeImpl> record;
+        Node node;
         point<double> origin;
     };
-    const graph_ptr<IGraphVis>& store = top.store();
-    std::vector<Owner> owners{{top.record(), place}};
+    std::vector<Owner> owners{{top, place}};
     for (std::size_t i = 0; i < owners.size(); ++i) {
         const Owner owner = owners[i];
-        const OwnerMemory* known = memory.Find(owner.record->get_id());
+        const OwnerMemory* known = memory.Find(owner.node.GetID());
         if (known == nullptr) continue;
-        f(owner.record, *known, owner.origin);
+        own(owner.node, *known, owner.origin);
         for (const auto& entry : known->nodes) {
-            const graph_ptr<INodeImpl> child = entry.vis->get_node_impl();
-            if (child.get() == owner.record.get() || is_leaf(child)) continue;
+            const graph_ptr<INodeImpl> record = entry.vis->get_node_impl();
+            if (record.get() == owner.node.record().get() || is_leaf(record)) continue;
+            const Node child(top.store(), record);
             const point<double> origin{entry.position.x + owner.origin.x,
                                        entry.position.y + owner.origin.y};
-            if (store->get_node_layout(child).get() == &self) owners.push_back({child, origin});
+            const graph_ptr2<ILayout> layout = child.GetLayout();
+            if (layout.get() == &self) {
+                owners.push_back({child, origin});
+            } else {
+                foreign(child, layout.get(), origin);
+            }
         }
     }
 }
 
 // The caller makes the picture absolute. Owners that another object of this kind arranges have been
 // prepared for the place that they had before this run.
-void StableEngine::prepare_shift(const Node& top, ILayout& self, const point<double>& place) {
-    const graph_ptr<IGraphVis>& store = top.store();
-    const auto prepare = [&](const auto& owner, const OwnerMemory& known,
-                             const point<double>& origin) {
-        move_owner_edges_back(known, owner->get_id(), origin);
-        for (const auto& entry : known.nodes) {
-            const graph_ptr<INodeImpl> child = entry.vis->get_node_impl();
-            if (child.get() == owner.get() || is_leaf(child)) continue;
-            const graph_ptr2<ILayout> layout = store->get_node_layout(child);
-            if (layout.get() == &self) continue;
-            if (auto* other = dynamic_cast<StableLayout*>(layout.get())) {
-                engine_of(*other).prepare_shift(
-                    Node(store, child), *other,
-                    {entry.position.x + origin.x, entry.position.y + origin.y});
-            }
+void StableEngine::prepare_shift(const Node& top, ILayout& self, GraphMemory& memory,
+                                 const point<double>& place) {
+    const auto prepare = [](const Node& owner, const OwnerMemory& known,
+                            const point<double>& origin) {
+        move_owner_edges_back(known, owner.GetID(), origin);
+    };
+    const auto prepare_foreign = [](const Node& owner, ILayout* layout,
+                                    const point<double>& origin) {
+        auto* other = dynamic_cast<StableLayout*>(layout);
+        if (other == nullptr) return;
+        StableEngine& engine = *other->engine_;
+        if (GraphMemory* known = engine.memory_of(owner)) {
+            engine.prepare_shift(owner, *other, *known, origin);
         }
     };
-    for_each_owner(top, place, self, memory_of(top), prepare);
+    for_each_owner(top, place, self, memory, prepare, prepare_foreign);
 }
 
 // Turns what has been laid out into coordinates of the whole picture, from the memories: sums that
 // are taken anew each time do not drift.
 void StableEngine::publish(const Node& top, ILayout& self, GraphMemory& memory) {
-    const graph_ptr<IGraphVis>& store = top.store();
-    for_each_owner(top, top.GetPosition(), self, memory,
-                   [&](const auto& owner, const OwnerMemory& known, const point<double>& origin) {
-                       write_nodes(known, origin);
-                       write_bends(known, owner->get_id(), origin);
-                       for (const auto& entry : known.nodes) {
-                           const graph_ptr<INodeImpl> child = entry.vis->get_node_impl();
-                           if (child.get() == owner.get() || is_leaf(child)) continue;
-                           if (store->get_node_layout(child).get() == &self) continue;
-                           make_absolute(Node(store, child));
-                       }
-                   });
+    const auto write = [](const Node& owner, const OwnerMemory& known,
+                          const point<double>& origin) {
+        write_nodes(known, origin);
+        write_bends(known, owner.GetID(), origin);
+    };
+    const auto make_foreign_absolute = [](const Node& owner, const ILayout*, const point<double>&) {
+        make_absolute(owner);
+    };
+    for_each_owner(top, top.GetPosition(), self, memory, write, make_foreign_absolute);
 }
 
 }  // namespace nodeline::internal

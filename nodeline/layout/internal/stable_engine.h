@@ -28,17 +28,18 @@ public:
 private:
     enum class Mode { kMake, kUpdate, kResize };
 
-    void run_inside_out(const Node& node, ILayout& self, Mode mode);
     void order_outside_in(const Node& top, ILayout& self);
     void make_foreign_relative(const Node& top, ILayout& self);
+    void run_inside_out(const Node& node, ILayout& self, GraphMemory& memory, Mode mode);
     void run_owner(const Node& owner, GraphMemory& memory, bool afresh);
-    template <class F>
+    template <class Own, class Foreign>
     void for_each_owner(const Node& top, const point<double>& place, ILayout& self,
-                        GraphMemory& memory, F f);
-    void prepare_shift(const Node& top, ILayout& self, const point<double>& place);
-    static StableEngine& engine_of(StableLayout& layout) { return *layout.engine_; }
+                        GraphMemory& memory, Own own, Foreign foreign);
+    void prepare_shift(const Node& top, ILayout& self, GraphMemory& memory,
+                       const point<double>& place);
     void publish(const Node& top, ILayout& self, GraphMemory& memory);
-    GraphMemory& memory_of(const Node& node);
+    // What is remembered of the graph; null if its store is not the library's own.
+    GraphMemory* memory_of(const Node& node);
 
     StableLayout::Options options_;
     LayoutSettings settings_;
@@ -47,8 +48,6 @@ private:
     Anchors anchors_;
     // Tells the memories of this object from those of others.
     graph_ptr<Countable> token_;
-    // Serves stores that keep nothing, for the length of a call.
-    graph_ptr<GraphMemory> spare_;
 };
 
 }  // namespace nodeline::internal
