@@ -8,6 +8,7 @@
 // nodes of a fixed size under `StableLayout`, everything else for `IncLayout`. Times are processor
 // times of one call.
 #include <bench/built_graph.h>
+#include <bench/run_benchmarks.h>
 #include <bench/stopwatch.h>
 #include <nodeline/handlers/handlers.h>
 #include <nodeline/layout/stable_layout.h>
@@ -161,10 +162,5 @@ void register_all() {
 }  // namespace nodeline::bench
 
 int main(int argc, char** argv) {
-    nodeline::bench::register_all();
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return nodeline::bench::RunBenchmarks(argc, argv, nodeline::bench::register_all);
 }

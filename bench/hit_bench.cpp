@@ -3,6 +3,7 @@
 // "Still" asks a graph that does not change. "Changed" moves a node before every query, and
 // "ChangedTwice" asks twice after each such move: an index pays from the second query on.
 #include <bench/built_graph.h>
+#include <bench/run_benchmarks.h>
 
 #include <benchmark/benchmark.h>
 
@@ -115,10 +116,5 @@ void register_all() {
 }  // namespace nodeline::bench
 
 int main(int argc, char** argv) {
-    nodeline::bench::register_all();
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return nodeline::bench::RunBenchmarks(argc, argv, nodeline::bench::register_all);
 }

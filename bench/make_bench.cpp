@@ -5,6 +5,7 @@
 // Times are processor times of one call. Every call gets a fresh graph: a second layout of the same
 // graph would find memory and break nodes of the first.
 #include <bench/built_graph.h>
+#include <bench/run_benchmarks.h>
 #include <bench/stopwatch.h>
 
 #include <benchmark/benchmark.h>
@@ -86,10 +87,5 @@ void register_all() {
 }  // namespace nodeline::bench
 
 int main(int argc, char** argv) {
-    nodeline::bench::register_all();
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return nodeline::bench::RunBenchmarks(argc, argv, nodeline::bench::register_all);
 }

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
-#include <sstream>
 
 namespace nodeline::test {
 
@@ -43,20 +42,14 @@ public:
     }
 
 private:
-    template <class... Parts>
-    void Tell(const Parts&... parts) {
-        std::ostringstream text;
-        (text << ... << parts);
-        faults_.push_back(text.str());
-    }
-
     void LookAlongY() {
         Sort([](const Move& m) { return m.before.y; });
         const Move* furthest = nullptr;
         for (const Move& m : moves_) {
-            if (m.dy() < -kPictureSlack) Tell("node ", m.before.id, " moves up by ", -m.dy());
+            if (m.dy() < -kPictureSlack)
+                Tell(faults_, "node ", m.before.id, " moves up by ", -m.dy());
             if (furthest != nullptr && m.dy() < furthest->dy() - kPictureSlack) {
-                Tell("node ", m.before.id, " moves down by ", m.dy(), ", node ",
+                Tell(faults_, "node ", m.before.id, " moves down by ", m.dy(), ", node ",
                      furthest->before.id, " at or above it by ", furthest->dy());
             }
             if (furthest == nullptr || m.dy() > furthest->dy()) furthest = &m;
@@ -66,7 +59,7 @@ private:
             const Move& b = moves_[i];
             const bool was_level = a.before.is_exact && a.before.y == b.before.y;
             if (was_level && std::abs(a.dy() - b.dy()) > kPictureSlack) {
-                Tell("nodes ", a.before.id, " and ", b.before.id, " were level");
+                Tell(faults_, "nodes ", a.before.id, " and ", b.before.id, " were level");
             }
         }
     }
@@ -76,7 +69,8 @@ private:
         for (std::size_t i = 0; i < moves_.size(); ++i) {
             const Move& b = moves_[i];
             if (b.after.centre < b.before.centre - kPictureSlack) {
-                Tell("node ", b.before.id, " moves left by ", b.before.centre - b.after.centre);
+                Tell(faults_, "node ", b.before.id, " moves left by ",
+                     b.before.centre - b.after.centre);
             }
             if (i == 0) continue;
             const Move& a = moves_[i - 1];
@@ -85,7 +79,7 @@ private:
             // Levels of nodes without a width may share an x, and part later.
             const bool may_part = a.before.width == 0.0 && b.before.width == 0.0;
             if (shared ? std::abs(apart) > kPictureSlack && !may_part : apart <= kPictureSlack) {
-                Tell("nodes ", a.before.id, " and ", b.before.id,
+                Tell(faults_, "nodes ", a.before.id, " and ", b.before.id,
                      " change levels: ", b.before.centre - a.before.centre, " apart, then ", apart);
             }
         }

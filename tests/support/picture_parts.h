@@ -4,6 +4,7 @@
 #include <nodeline/model/graph.h>
 #include <support/picture_rules.h>
 
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,14 @@ namespace nodeline::test {
 
 // Less is rounding.
 inline constexpr double kPictureSlack = 1e-6;
+
+// Appends a fault, the parts written one behind the other.
+template <class... Parts>
+void Tell(std::vector<std::string>& faults, const Parts&... parts) {
+    std::ostringstream text;
+    (text << ... << parts);
+    faults.push_back(text.str());
+}
 
 struct Box {
     double left;

@@ -5,7 +5,6 @@
 #include <support/picture_rules.h>
 
 #include <algorithm>
-#include <sstream>
 
 namespace nodeline::test {
 
@@ -30,13 +29,6 @@ public:
     }
 
 private:
-    template <class... Parts>
-    void Tell(const Parts&... parts) {
-        std::ostringstream text;
-        (text << ... << parts);
-        faults_.push_back(text.str());
-    }
-
     // The margin is that of nodes on top and below, and that of levels at the sides.
     void LookAtNode(const Node& node) {
         const Box box = BoxOf(node);
@@ -44,7 +36,8 @@ private:
             box.top < outer_.top + rules_.node_spacing - kPictureSlack ||
             box.right > outer_.right + kPictureSlack ||
             box.bottom > outer_.bottom - rules_.node_spacing + kPictureSlack) {
-            Tell("node ", node.GetID(), " is outside of ", owner_.GetID(), " or in its margin");
+            Tell(faults_, "node ", node.GetID(), " is outside of ", owner_.GetID(),
+                 " or in its margin");
         }
         lowest_ = std::max(lowest_, box.bottom);
         rightmost_ = std::max(rightmost_, box.right);
@@ -56,7 +49,7 @@ private:
         const double gap = std::max(a.top, b.top) - std::min(a.bottom, b.bottom);
         const bool meets = a.left < b.right - kPictureSlack && b.left < a.right - kPictureSlack;
         if (meets && gap < rules_.node_spacing - kPictureSlack) {
-            Tell("nodes ", first.GetID(), " and ", second.GetID(), " are ", gap, " apart");
+            Tell(faults_, "nodes ", first.GetID(), " and ", second.GetID(), " are ", gap, " apart");
         }
     }
 
@@ -77,18 +70,20 @@ private:
             lowest_ = std::max(lowest_, p.y + width);
         }
         if (strays) {
-            Tell("edge ", edge.GetID(), " strays out of ", owner_.GetID(), " or into its margin");
+            Tell(faults_, "edge ", edge.GetID(), " strays out of ", owner_.GetID(),
+                 " or into its margin");
         }
     }
 
     void LookAtSize() {
         if (outer_.bottom > lowest_ + rules_.node_spacing + kPictureSlack) {
-            Tell("owner ", owner_.GetID(), " ends ", outer_.bottom - lowest_,
+            Tell(faults_, "owner ", owner_.GetID(), " ends ", outer_.bottom - lowest_,
                  " below its contents");
         }
         const double right = rightmost_ + rules_.backedge_spacing + rules_.level_spacing;
         if (rules_.is_made && outer_.right > right + kPictureSlack) {
-            Tell("owner ", owner_.GetID(), " ends ", outer_.right - right, " too far to the right");
+            Tell(faults_, "owner ", owner_.GetID(), " ends ", outer_.right - right,
+                 " too far to the right");
         }
     }
 

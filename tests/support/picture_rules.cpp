@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <sstream>
 #include <utility>
 
 namespace nodeline::test {
@@ -40,13 +39,6 @@ public:
     }
 
 private:
-    template <class... Parts>
-    void Tell(const Parts&... parts) {
-        std::ostringstream text;
-        (text << ... << parts);
-        faults_.push_back(text.str());
-    }
-
     void LookAtRoute(Edge edge) {
         const Node from = edge.From();
         const Node to = edge.To();
@@ -55,7 +47,7 @@ private:
         std::vector<point<double>> bends;
         for (const Node& bend : edge.GetBreakNodes()) bends.push_back(bend.GetPosition());
         if (bends.size() < 2) {
-            Tell("edge ", edge.GetID(), " has no route");
+            Tell(faults_, "edge ", edge.GetID(), " has no route");
             return;
         }
         LookAtEnds(edge, bends);
@@ -69,7 +61,7 @@ private:
             const Box box = BoxOf(node);
             for (std::size_t i = 0; i + 1 < bends.size(); ++i) {
                 if (!Cuts(bends[i], bends[i + 1], box)) continue;
-                Tell("edge ", edge.GetID(), " runs through ", node.GetID());
+                Tell(faults_, "edge ", edge.GetID(), " runs through ", node.GetID());
                 break;
             }
         }
@@ -82,8 +74,10 @@ private:
             return std::abs(p.x - x) <= kPictureSlack && p.y >= box.top - kPictureSlack &&
                    p.y <= box.bottom + kPictureSlack;
         };
-        if (!meets(bends.front(), a.right, a)) Tell("edge ", edge.GetID(), " leaves in the air");
-        if (!meets(bends.back(), b.left, b)) Tell("edge ", edge.GetID(), " ends in the air");
+        if (!meets(bends.front(), a.right, a))
+            Tell(faults_, "edge ", edge.GetID(), " leaves in the air");
+        if (!meets(bends.back(), b.left, b))
+            Tell(faults_, "edge ", edge.GetID(), " ends in the air");
     }
 
     // The owners that the edge runs through, in its direction.
@@ -115,13 +109,14 @@ private:
             const point<double> first = bends.GetItem(0).GetPosition();
             if (seen > 0 && (std::abs(last.x - first.x) > kPictureSlack ||
                              std::abs(last.y - first.y) > kPictureSlack)) {
-                Tell("edge ", edge.GetID(), " is broken at the border of ", owner.GetID());
+                Tell(faults_, "edge ", edge.GetID(), " is broken at the border of ", owner.GetID());
             }
             last = bends.GetItem(bends.GetCount() - 1).GetPosition();
             seen += bends.GetCount();
         }
         if (seen != bend_count) {
-            Tell("edge ", edge.GetID(), " has bends in owners that it does not run through");
+            Tell(faults_, "edge ", edge.GetID(),
+                 " has bends in owners that it does not run through");
         }
     }
 
