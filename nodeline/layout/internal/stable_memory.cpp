@@ -122,9 +122,6 @@ void GraphMemory::ForgetRemoved() {
     }
 }
 
-void remember(StableRun& run) {
-    OwnerMemory next = Rememberer(run).Run();
-    run.memory() = std::move(next);
-}
+void remember(StableRun& run) { run.memory() = Rememberer(run).Run(); }
 
 }  // namespace nodeline::internal

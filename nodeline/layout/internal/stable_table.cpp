@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <cstdlib>
 #include <utility>
 
 namespace nodeline::internal {
@@ -74,31 +73,19 @@ private:
         IEdgeImpl& impl = run_.edge_record(e);
         const EdgeEnd far = side == ORDER_IN ? from_of(impl) : to_of(impl);
         const bool meets_owner = far.node == run_.owner().record().get();
-        if (side == ORDER_IN) {
-            course.to = v;
-            course.low = level + 1;
-            course.high = border_ - 1;
-            course.kind = CourseKind::kFromOwner;
-            course.first_bend = 1;
-            if (!meets_owner) {
-                course.kind = CourseKind::kIn;
-                course.low = 1;
-                course.high = level - 1;
-            }
+        (side == ORDER_IN ? course.to : course.from) = v;
+        if (meets_owner) {
+            course.kind = side == ORDER_IN ? CourseKind::kFromOwner : CourseKind::kToOwner;
+            course.first_bend = side == ORDER_IN ? 1 : 4;
+            take_lane(e, v);
         } else {
-            course.from = v;
-            course.low = 1;
-            course.high = level - 1;
-            course.kind = CourseKind::kToOwner;
-            course.first_bend = 4;
-            if (!meets_owner) {
-                course.kind = CourseKind::kOut;
-                course.low = level + 1;
-                course.high = border_ - 1;
-                course.first_bend = 2;
-            }
+            course.kind = side == ORDER_IN ? CourseKind::kIn : CourseKind::kOut;
+            course.first_bend = side == ORDER_IN ? 1 : 2;
         }
-        if (meets_owner) take_lane(e, v);
+        // An edge from the owner comes in from the right, and one to it goes out to the left.
+        const bool crosses_lower = (side == ORDER_IN) != meets_owner;
+        course.low = crosses_lower ? 1 : level + 1;
+        course.high = crosses_lower ? level - 1 : border_ - 1;
         const int ends = meets_owner ? 5 : 3;
         lay_chain(e, 2 * course.crossed() + ends);
     }
