@@ -9,11 +9,15 @@ declare -A below=(
     [checkfence]="corvex"
     [paintcore]="corvex checkfence"
     [nodeline/functor]="corvex checkfence"
+    # Elements are subscribers.
+    [viewkit]="corvex checkfence paintcore nodeline/functor"
     [nodeline/model]="corvex checkfence paintcore nodeline/functor"
     [nodeline/ops]="corvex checkfence paintcore nodeline/functor nodeline/model"
     [nodeline/handlers]="corvex checkfence paintcore nodeline/functor nodeline/model nodeline/ops"
     [nodeline/layout]="corvex checkfence paintcore nodeline/functor nodeline/model nodeline/ops
         nodeline/handlers"
+    [nodeline/viewer]="corvex checkfence paintcore viewkit nodeline/functor nodeline/model
+        nodeline/ops nodeline/handlers"
 )
 # The backends stand on all of it, side by side.
 library="${!below[*]}"
