@@ -1,5 +1,6 @@
 #include <backends/cairo/cairo_painter.h>
 #include <backends/cairo/file_writer.h>
+#include <backends/cairo/internal/handles.h>
 #include <backends/cairo/picture.h>
 #include <backends/cairo/svg_painter.h>
 
@@ -29,13 +30,6 @@ constexpr double kPdfPointsPerPixel = 0.75;
 constexpr const char* kPdfCreationDate = "2000-01-01T00:00:00Z";
 // Rounding that took a size just above a whole number of pixels does not cost another one.
 constexpr double kSlack = 1.0e-6;
-
-struct Destroy {
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-    void operator()(cairo_t* context) const { cairo_destroy(context); }
-};
-using Surface = std::unique_ptr<cairo_surface_t, Destroy>;
-using Context = std::unique_ptr<cairo_t, Destroy>;
 
 rectangle<double> PixelRect(const CoordInfo& coords) {
     const size<int>& pixels = coords.device_extent;

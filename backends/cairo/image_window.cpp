@@ -1,0 +1,130 @@
+#include <backends/cairo/cairo_painter.h>
+#include <backends/cairo/file_writer.h>
+#include <backends/cairo/image_window.h>
+#include <backends/cairo/internal/handles.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <utility>
+
+namespace nodeline::cairo {
+
+using paintcore::rectangle;
+using paintcore::size;
+
+namespace {
+
+constexpr std::ptrdiff_t kPixelBytes = 4;
+
+cairo_status_t append_bytes(void* closure, const unsigned char* data, unsigned int length) {
+    static_cast<std::string*>(closure)->append(reinterpret_cast<const char*>(data), length);
+    return CAIRO_STATUS_SUCCESS;
+}
+
+}  // namespace
+
+class ImageWindow::Image {
+public:
+    explicit Image(const size<int>& extent)
+        : surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, std::max(1, extent.cx),
+                                             std::max(1, extent.cy))),
+          context(cairo_create(surface.get())),
+          painter(context.get(), EdgeMode::kAligned),
+          width(std::max(1, extent.cx)),
+          height(std::max(1, extent.cy)) {
+        painter.SetDevicePaintRect(
+            {0.0, 0.0, static_cast<double>(width), static_cast<double>(height)});
+    }
+
+    // Null if Cairo could not make the image.
+    [[nodiscard]] unsigned char* pixel(int x, int y) {
+        cairo_surface_flush(surface.get());
+        unsigned char* const data = cairo_image_surface_get_data(surface.get());
+        if (data == nullptr) return nullptr;
+        const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface.get());
+        return data + y * stride + x * kPixelBytes;
+    }
+
+    [[nodiscard]] std::vector<std::uint32_t> pixels() {
+        std::vector<std::uint32_t> all;
+        all.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+        for (int y = 0; y < height; ++y) {
+            const unsigned char* line = pixel(0, y);
+            if (line == nullptr) return {};
+            for (int x = 0; x < width; ++x, line += kPixelBytes) {
+                std::uint32_t colour = 0;
+                std::memcpy(&colour, line, sizeof colour);
+                all.push_back(colour & 0xffffffU);
+            }
+        }
+        return all;
+    }
+
+    Surface surface;
+    Context context;
+    CairoPainter painter;
+    int width;
+    int height;
+};
+
+ImageWindow::ImageWindow(const size<int>& extent)
+    : WindowBase(extent), image_(std::make_unique<Image>(extent)) {}
+
+ImageWindow::~ImageWindow() { Close(); }
+
+std::vector<std::uint32_t> ImageWindow::GetPixels() const { return image_->pixels(); }
+
+std::vector<std::uint32_t> ImageWindow::GetShownPixels() { return make_shown()->pixels(); }
+
+std::unique_ptr<ImageWindow::Image> ImageWindow::make_shown() {
+    auto shown = std::make_unique<Image>(size<int>{image_->width, image_->height});
+    cairo_set_source_surface(shown->context.get(), image_->surface.get(), 0.0, 0.0);
+    cairo_paint(shown->context.get());
+    GetControl().DrawOverlays(&shown->painter);
+    return shown;
+}
+
+bool ImageWindow::SavePng(const std::string& path, std::string* error) {
+    const std::unique_ptr<Image> shown = make_shown();
+    std::string bytes;
+    const cairo_status_t status =
+        cairo_surface_write_to_png_stream(shown->surface.get(), &append_bytes, &bytes);
+    if (status != CAIRO_STATUS_SUCCESS) {
+        if (error != nullptr) *error = cairo_status_to_string(status);
+        return false;
+    }
+    return WriteFile(path, bytes, error);
+}
+
+void ImageWindow::Resize(const size<int>& extent) {
+    retired_.push_back(std::move(image_));
+    image_ = std::make_unique<Image>(extent);
+    WindowBase::Resize(extent);
+    GetControl().InvalidateAll();
+}
+
+void ImageWindow::Painted() { retired_.clear(); }
+
+paintcore::IPainter* ImageWindow::GetPainter() { return &image_->painter; }
+
+bool ImageWindow::MovePixels(const rectangle<int>& area, int dx, int dy) {
+    const int left = std::max({0, area.left, area.left + dx});
+    const int right = std::min({image_->width, area.right, area.right + dx});
+    const int top = std::max({0, area.top, area.top + dy});
+    const int bottom = std::min({image_->height, area.bottom, area.bottom + dy});
+    if (left >= right || top >= bottom) return true;
+    const std::size_t bytes = static_cast<std::size_t>(right - left) * kPixelBytes;
+    // A row must not be overwritten before it has been read.
+    for (int i = 0; i < bottom - top; ++i) {
+        const int y = dy > 0 ? bottom - 1 - i : top + i;
+        unsigned char* const to = image_->pixel(left, y);
+        const unsigned char* const from = image_->pixel(left - dx, y - dy);
+        if (to == nullptr || from == nullptr) return false;
+        std::memmove(to, from, bytes);
+    }
+    cairo_surface_mark_dirty(image_->surface.get());
+    return true;
+}
+
+}  // namespace nodeline::cairo
