@@ -1,4 +1,6 @@
+#include <nodeline/model/internal/revision.h>
 #include <nodeline/model/storage.h>
+#include <nodeline/ops/graph_ops.h>
 
 #include <cassert>
 #include <utility>
@@ -6,7 +8,15 @@
 
 namespace nodeline {
 
+namespace internal {
+
+std::uint64_t drawn_revision = 1;
+
+}  // namespace internal
+
 namespace {
+
+void note_change() { ++internal::drawn_revision; }
 
 template <class Set>
 graph_ptr<Set>& made(graph_ptr<Set>& set) {
@@ -92,10 +102,12 @@ graph_ptr<INodeImpl> DefaultRootNodeImpl::add_node() {
     if (get_id() != 0 && !get_owner()) return {};
     graph_ptr<INodeImpl> node(new DefaultNodeImpl(graph_ptr<INodeImpl>(this)));
     made(owned_)->Add(node);
+    note_change();
     return node;
 }
 
 void DefaultRootNodeImpl::remove() {
+    note_change();
     if (owned_) TearDown::run(*owned_);
 }
 
@@ -103,6 +115,11 @@ graph_ptr<NodeImplSet> DefaultRootNodeImpl::get_owned() { return made(owned_); }
 
 DefaultNodeImpl::DefaultNodeImpl(graph_ptr<INodeImpl> owner)
     : id_(current_id++), owner_(std::move(owner)) {}
+
+void DefaultNodeImpl::set_condition(int condition) {
+    if (((condition ^ condition_) & (NodeHidden | NodeDrawn)) != 0) note_change();
+    condition_ = condition;
+}
 
 graph_ptr<NodeImplSet> DefaultNodeImpl::get_parents() {
     if (is_empty(parents_)) get_neighbours(edges_in_, &IEdgeImpl::from, made(parents_));
@@ -121,6 +138,7 @@ graph_ptr<IEdgeImpl> DefaultNodeImpl::link_to(graph_ptr<INodeImpl> other) {
     DefaultNodeImpl* target = as_node(other);
     assert(target != nullptr && "an edge ends at a real node");
     if (target == nullptr || !owner_ || !target->owner_) return {};
+    note_change();
     graph_ptr<IEdgeImpl> edge(new DefaultEdgeImpl(graph_ptr<INodeImpl>(this), other));
     made(edges_out_)->Add(edge);
     clear(children_);
@@ -159,6 +177,7 @@ void DefaultNodeImpl::set_owner(graph_ptr<INodeImpl> owner) {
 }
 
 void DefaultNodeImpl::unlink_owner() {
+    note_change();
     if (auto* owner = dynamic_cast<DefaultRootNodeImpl*>(owner_.get())) {
         erase(owner->owned_, graph_ptr<INodeImpl>(this));
     }
@@ -174,6 +193,7 @@ void DefaultNodeImpl::remove() {
 
 // The owned nodes go first, depth first, without a call level for each level of nesting.
 void DefaultNodeImpl::delete_node() {
+    note_change();
     std::vector<graph_ptr<INodeImpl>> path{graph_ptr<INodeImpl>(this)};
     while (!path.empty()) {
         DefaultNodeImpl* node = as_node(path.back());
@@ -201,6 +221,7 @@ void DefaultNodeImpl::clear_sets() {
 }
 
 void DefaultNodeImpl::delete_edge_from(graph_ptr<IEdgeImpl> edge) {
+    note_change();
     if (DefaultNodeImpl* source = as_node(edge->from())) {
         erase(source->edges_out_, edge);
         clear(source->children_);
@@ -209,6 +230,7 @@ void DefaultNodeImpl::delete_edge_from(graph_ptr<IEdgeImpl> edge) {
 }
 
 void DefaultNodeImpl::delete_edge_to(graph_ptr<IEdgeImpl> edge) {
+    note_change();
     if (DefaultNodeImpl* target = as_node(edge->to())) {
         erase(target->edges_in_, edge);
         clear(target->parents_);
@@ -228,7 +250,13 @@ DefaultEdgeImpl::DefaultEdgeImpl(graph_ptr<INodeImpl> from, graph_ptr<INodeImpl>
       to_id_(to_->get_id()),
       id_(current_id++) {}
 
+void DefaultEdgeImpl::set_condition(int condition) {
+    if (((condition ^ condition_) & EdgeDrawn) != 0) note_change();
+    condition_ = condition;
+}
+
 void DefaultEdgeImpl::remove() {
+    note_change();
     const graph_ptr<IEdgeImpl> keep(this);
     if (DefaultNodeImpl* source = as_node(from_)) source->remove_edge(keep);
     from_ = graph_ptr<INodeImpl>();

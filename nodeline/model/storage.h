@@ -145,7 +145,7 @@ public:
     [[nodiscard]] int get_tag() const override { return tag_; }
     void set_tag(const int& tag) override { tag_ = tag; }
     [[nodiscard]] int get_condition() const override { return condition_; }
-    void set_condition(int condition) override { condition_ = condition; }
+    void set_condition(int condition) override;
     // Computed at first use, and kept until an edge comes or goes.
     graph_ptr<NodeImplSet> get_parents() override;
     graph_ptr<NodeImplSet> get_children() override;
@@ -206,7 +206,7 @@ public:
     [[nodiscard]] int get_tag() const override { return tag_; }
     void set_tag(const int& tag) override { tag_ = tag; }
     [[nodiscard]] int get_condition() const override { return condition_; }
-    void set_condition(int condition) override { condition_ = condition; }
+    void set_condition(int condition) override;
     [[nodiscard]] graph_ptr<INodeImpl> from() const override { return from_; }
     [[nodiscard]] graph_ptr<INodeImpl> to() const override { return to_; }
     void remove() override;

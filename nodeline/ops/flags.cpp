@@ -1,8 +1,50 @@
+#include <nodeline/model/internal/revision.h>
 #include <nodeline/ops/graph_ops.h>
 
+#include <cstdint>
+#include <typeinfo>
 #include <vector>
 
 namespace nodeline {
+
+namespace {
+
+// What the drawn bits of a graph were computed from. It stays with the graph's store.
+class DrawnMarks : public Countable {
+public:
+    std::uint64_t revision = 0;
+};
+
+// Null for a store that is not the library's own.
+DrawnMarks* marks_of(const Node& root) {
+    static const graph_ptr<Countable> token(new DrawnMarks);
+    auto* store = dynamic_cast<DefaultGraphVis*>(root.store().get());
+    if (store == nullptr) return nullptr;
+    graph_ptr<Countable>& marks = store->attachment(token);
+    if (!marks) {
+        const graph_ptr<Countable> fresh(new DrawnMarks);
+        marks = fresh;
+    }
+    return static_cast<DrawnMarks*>(marks.get());
+}
+
+// The first sweep: marks the edges that leave a node. Records of an application's own count no
+// changes, so what was computed from them is never known to be right.
+struct MarkEdgesOut {
+    bool* stock;
+
+    void operator()(const Node& node) const {
+        const INodeImpl& record = *node.record();
+        if (typeid(record) != typeid(DefaultNodeImpl)) *stock = false;
+        for (const Edge& edge : node.GetEdgesOut()) {
+            const IEdgeImpl& edge_record = *edge.record();
+            if (typeid(edge_record) != typeid(DefaultEdgeImpl)) *stock = false;
+            _mark_edge_drawn(edge);
+        }
+    }
+};
+
+}  // namespace
 
 void SetFlag(Node node, int flag, bool on) {
     const int condition = node.GetCondition();
@@ -57,8 +99,13 @@ void _mark_node_drawn(Node node, bool visible) {
 void MarkDrawnIn(graph_ptr2<Graph> graph) {
     if (!graph) return;
     const Node root = graph->GetRoot();
-    ForEachNodeIn(root, ProcessOutgoingEdges{_mark_edge_drawn}, false, false);
+    DrawnMarks* const marks = marks_of(root);
+    if (marks != nullptr && marks->revision == internal::drawn_revision) return;
+    const INodeImpl& record = *root.record();
+    bool stock = typeid(record) == typeid(DefaultRootNodeImpl);
+    ForEachNodeIn(root, MarkEdgesOut{&stock}, false, false);
     _mark_node_drawn(root, true);
+    if (marks != nullptr) marks->revision = stock ? internal::drawn_revision : 0;
 }
 
 }  // namespace nodeline

@@ -42,7 +42,8 @@ NODELINE_API void Unselect(Node node);
 NODELINE_API void MarkOld(Node node);
 
 // Recomputes the drawn bits of the whole graph: a hidden node takes its contents out of the
-// picture, and an edge is drawn if neither end is out of it. Linear in the graph.
+// picture, and an edge is drawn if neither end is out of it. Linear in the graph, and free when
+// nothing has changed that the bits depend on.
 NODELINE_API void MarkDrawnIn(graph_ptr2<Graph> graph);
 // The second sweep of `MarkDrawnIn` on one subtree, whose owner is `visible` or not.
 NODELINE_API void _mark_node_drawn(Node node, bool visible);
