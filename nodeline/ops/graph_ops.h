@@ -144,6 +144,10 @@ ProcessOutgoingEdges(F) -> ProcessOutgoingEdges<F>;
 [[nodiscard]] NODELINE_API bool ExistEdgeBetweenNodes(Node a, Node b);
 // A sort order: owners ahead of what they own, unrelated nodes by id, break nodes last.
 [[nodiscard]] NODELINE_API bool NodeByOwnershipComparator(Node a, Node b);
+// Puts nodes into the order of `NodeByOwnershipComparator`; the root goes behind them all. Where
+// ids are at odds with ownership the comparator goes in circles, and no sort may be given it: here
+// owners come first all the same, and otherwise the lower ids. O(n log n), times the nesting depth.
+NODELINE_API void SortByOwnership(std::vector<Node>& nodes);
 // The rectangle of a node at `p` of the size `s`.
 [[nodiscard]] NODELINE_API rectangle<double> MakeDRect(point<double> p, size<double> s);
 

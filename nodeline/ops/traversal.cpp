@@ -2,6 +2,10 @@
 
 #include <nodeline/ops/internal/ex_collectors.h>
 
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 namespace nodeline {
 
 namespace {
@@ -100,6 +104,36 @@ bool NodeByOwnershipComparator(Node a, Node b) {
     if (owns(a, b)) return true;
     if (owns(b, a)) return false;
     return a.GetID() < b.GetID();
+}
+
+void SortByOwnership(std::vector<Node>& nodes) {
+    const auto by_id = [](const Node& a, const Node& b) {
+        if (a.IsDummy() != b.IsDummy()) return b.IsDummy();
+        return a.GetID() < b.GetID();
+    };
+    std::stable_sort(nodes.begin(), nodes.end(), by_id);
+    std::vector<Node> sorted;
+    sorted.reserve(nodes.size());
+    std::vector<bool> is_placed(nodes.size(), false);
+    std::vector<std::size_t> waiting;
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        if (is_placed[i]) continue;
+        waiting.assign(1, i);
+        Node below = nodes[i];
+        for (Node p = below.GetOwner(); p && !p.IsDummy() && p != below; p = p.GetOwner()) {
+            below = p;
+            const auto [first, last] = std::equal_range(nodes.begin(), nodes.end(), p, by_id);
+            for (auto it = first; it != last; ++it) {
+                waiting.push_back(static_cast<std::size_t>(it - nodes.begin()));
+            }
+        }
+        for (; !waiting.empty(); waiting.pop_back()) {
+            if (is_placed[waiting.back()]) continue;
+            is_placed[waiting.back()] = true;
+            sorted.push_back(nodes[waiting.back()]);
+        }
+    }
+    nodes = std::move(sorted);
 }
 
 rectangle<double> MakeDRect(point<double> p, size<double> s) {
