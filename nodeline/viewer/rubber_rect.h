@@ -1,0 +1,149 @@
+// Rubber rectangles: children of an element that turn a press, moves and a release on it into
+// signals with logical coordinates.
+//
+//   auto* tracker = new viewkit::CRubberRect<viewkit::DummyDrawer>(surface);
+//   tracker->Enable(true);
+//   tracker->OnShift.connect(surface, &Surface::Shift);
+//
+// They live in the namespace of the element toolkit, whose surfaces they serve.
+#pragma once
+
+#include <corvex/export.h>
+#include <nodeline/viewer/scroll_model.h>
+#include <viewkit/central_part.h>
+#include <viewkit/focus_rect_drawer.h>
+
+#include <memory>
+
+namespace viewkit {
+
+// A drag tracker: a press with the left button on the parent captures the mouse until the release.
+//
+// It shows nothing itself; what the drag does is up to the slots. A drag ends without a signal when
+// the mouse is lost, when the tracker changes its parent, and when somebody calls `Reset`.
+template <class D>
+class NODELINE_API CRubberRect : public CVisualElement, public D {
+public:
+    explicit CRubberRect(CVisualElement* parent);
+
+    // The press point, twice.
+    signal_t<CRubberRect<D>*, point<double>, point<double>> OnStart;
+    // At each move: the press point, the pointer, and the pointer at the move before.
+    signal_t<CRubberRect<D>*, point<double>, point<double>, point<double>> OnShift;
+    // At a release after a move: the press point and the pointer.
+    signal_t<CRubberRect<D>*, point<double>, point<double>> OnEnd;
+
+    // Off at first. A running drag is left alone.
+    void Enable(bool on) { enabled_ = on; }
+    [[nodiscard]] bool IsEnabled() const { return enabled_; }
+    // A drag is running; the pointer has moved in it.
+    [[nodiscard]] bool IsPressed() const { return pressed_; }
+    [[nodiscard]] bool IsActive() const { return active_; }
+    // Restricts the axes; null stands for no restriction.
+    void SetPosConverter(std::unique_ptr<nodeline::IPosConverter> converter);
+    // Whether the pointer is held in the content rectangle of the parent, as it is at first.
+    void SetClampToParent(bool clamp) { clamp_to_parent_ = clamp; }
+    // Ends a drag without a signal: gives the mouse back, nothing is pressed.
+    void Reset();
+
+    void DrawContent(IPainter* painter) override;
+    bool HandleMouseMove(int x, int y, int keys, MouseButton button) override;
+    bool HandleButtonUp(int x, int y, int keys, MouseButton button) override;
+    void HandleCaptureLost() override;
+
+    // The slot of `OnButtonDown`, that of the parent and its own.
+    void StartDragging(CVisualElement* element, int x, int y, int keys, MouseButton button);
+
+protected:
+    void ChangeParent(CVisualElement* old) override;
+
+private:
+    void listen_to(CVisualElement* parent);
+
+    bool enabled_ = false;
+    bool active_ = false;
+    bool pressed_ = false;
+    bool erased_ = true;
+    point<int> start_pos_;
+    point<int> drawn_pos_;
+    point<int> cur_pos_;
+    point<int> prev_pos_;
+    std::unique_ptr<nodeline::IPosConverter> pos_converter_;
+    bool clamp_to_parent_ = true;
+};
+
+// A visible rectangle, which scrolls the models that its parent has handed on when the pointer
+// leaves the parent. Its corners are kept in logical coordinates, so it grows while it scrolls.
+//
+// `D` keeps the outline: it has the operations of `FocusRectDrawer`.
+template <class D>
+class NODELINE_API CRubberRectEx : public CCentralPart, public D {
+public:
+    explicit CRubberRectEx(CVisualElement* parent);
+
+    // The press point, twice.
+    signal_t<CRubberRectEx<D>*, point<double>, point<double>> OnStart;
+    // At each move: the start corner as it was last painted, the pointer, and the pointer at the
+    // move before.
+    signal_t<CRubberRectEx<D>*, point<double>, point<double>, point<double>> OnShift;
+    // At each release, also without a move: both corners as they were last painted.
+    signal_t<CRubberRectEx<D>*, point<double>, point<double>> OnEnd;
+
+    // As above.
+    void Enable(bool on) { enabled_ = on; }
+    [[nodiscard]] bool IsEnabled() const { return enabled_; }
+    [[nodiscard]] bool IsPressed() const { return pressed_; }
+    [[nodiscard]] bool IsActive() const { return active_; }
+    void SetPosConverter(std::unique_ptr<nodeline::IPosConverter> converter);
+    void Reset();
+    // Whether the outline may be kept from one paint to the next. Either way, the outline counts as
+    // gone after the call, so there is nothing to take away at the next paint.
+    void SetOutlineOn(bool on);
+    // The key state of the last release; 0 before.
+    [[nodiscard]] int GetReleaseKeys() const { return release_keys_; }
+
+    void DrawContent(IPainter* painter) override;
+    void DrawOverlay(IPainter* painter) override;
+    bool HandleMouseMove(int x, int y, int keys, MouseButton button) override;
+    bool HandleButtonUp(int x, int y, int keys, MouseButton button) override;
+    void HandleCaptureLost() override;
+
+    // The slots of `OnButtonDown`, that of the parent and its own, and of the parent's `OnDraw`.
+    void StartDragging(CVisualElement* element, int x, int y, int keys, MouseButton button);
+    void BeforeDrawProcess(CVisualElement* element, IPainter* painter);
+
+protected:
+    void ChangeParent(CVisualElement* old) override;
+
+private:
+    void listen_to(CVisualElement* parent);
+    // The pixel `x` of the pointer, held within the limits in logical x.
+    [[nodiscard]] int limited_x(int x, int y) const;
+    // Moves the start corner along with the edges of the parent, on a restricted axis.
+    void follow_edges();
+    // Scrolls until `pointer` lies in the parent, as far as the models go; holds it there on an
+    // axis without a model. False if a model has taken this rectangle out of its parent.
+    bool scroll(point<int>* pointer);
+
+    bool enabled_ = false;
+    bool active_ = false;
+    bool pressed_ = false;
+    bool erased_ = true;
+    point<double> drawn_start_;
+    point<double> cur_start_;
+    point<double> drawn_end_;
+    point<double> cur_end_;
+    point<double> prev_end_;
+    double min_x_ = 0.0;
+    double max_x_ = 0.0;
+    std::unique_ptr<nodeline::IPosConverter> pos_converter_;
+    bool outline_on_ = true;
+    bool scrolled_ = false;
+    point<int> start_pix_;
+    int release_keys_ = 0;
+};
+
+extern template class CRubberRect<DummyDrawer>;
+extern template class CRubberRectEx<FocusRectDrawer>;
+
+}  // namespace viewkit
