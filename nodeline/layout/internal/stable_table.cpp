@@ -42,7 +42,12 @@ public:
     void Run() {
         int last = 0;
         for (Vertex v = 0; v < run_.node_count(); ++v) {
-            if (at(run_.hidden, v) == 0) last = std::max(last, run_.level_of(v));
+            if (at(run_.hidden, v) != 0) continue;
+            // An edge that its source has lost leads no level to its target, and keeps it from
+            // being a start.
+            int& level = at(run_.infos, v).level;
+            level = std::max(level, 1);
+            last = std::max(last, level);
         }
         border_ = last + 1;
         run_.levels.resize(static_cast<std::size_t>(border_) + 1);
