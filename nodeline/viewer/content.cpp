@@ -1,0 +1,243 @@
+#include <nodeline/viewer/content.h>
+#include <nodeline/viewer/internal/truncate.h>
+#include <viewkit/control.h>
+
+#include <algorithm>
+
+namespace nodeline {
+namespace {
+
+using Watch = viewkit::Watch<CVisualElement>;
+
+constexpr size<int> kInitialSize{40, 40};
+constexpr int kStepInPixels = 4;
+// Added before pixels are cut off: what rounding left just short of a pixel belongs to it.
+constexpr double kShortOfPixel = 0.05;
+
+void HoldSomeGraph(graph_ptr2<Graph>& graph) {
+    if (!graph) graph = graph_ptr2<Graph>(new Graph(), true);
+}
+
+}  // namespace
+
+CContent::CContent(CVisualElement* parent, graph_ptr2<Graph> graph, bool needCoordSystem)
+    : CCentralPart(parent, kInitialSize, viewkit::Alignment::Client),
+      graph_(graph),
+      need_coord_system_(needCoordSystem) {
+    HoldSomeGraph(graph_);
+    zoom_rect_ = new ZoomRect(this);
+    drag_tracker_ = new DragTracker(this);
+    drag_tracker_->Enable(true);
+    drag_tracker_->OnShift.connect(this, &CContent::ShiftProcessing);
+    drag_tracker_->OnEnd.connect(this, &CContent::EndShiftProcessing);
+    zoom_rect_->OnEnd.connect(this, &CContent::ChangeScrollModel);
+}
+
+CContent::~CContent() = default;
+
+// ---------------------------------------------------------------------------------------------
+// The viewer
+
+void CContent::SetStartX(double x) {
+    if (GetHorzScroll() == nullptr) return;
+    const Watch watch(this);
+    GetHorzScroll()->SetStart(x);
+    if (watch) RenewView(false);
+}
+
+void CContent::SetStartY(double y) {
+    if (GetVertScroll() == nullptr) return;
+    const Watch watch(this);
+    GetVertScroll()->SetStart(y);
+    if (watch) RenewView(false);
+}
+
+void CContent::SetScale(double s) {
+    if (!(s > 0.0)) return;
+    scale_ = s;
+    RenewView(true);
+}
+
+void CContent::SetViewWidth(double width) {
+    if (width > 0.0) SetScale(GetBounds().right / width);
+}
+
+void CContent::SetViewHeight(double height) {
+    if (height > 0.0) SetScale(GetBounds().bottom / height);
+}
+
+void CContent::SetGraph(graph_ptr2<Graph> graph) {
+    const Watch watch(this);
+    graph_ = graph;
+    HoldSomeGraph(graph_);
+    graph_->GetRoot().MakeLayout();
+    RecalculateLayout();
+    if (!watch) return;
+    left_extra_ = top_extra_ = right_extra_ = bottom_extra_ = 0.0;
+    SetStartX((graph_->GetRoot().GetSize().cx - view_extent().cx) * 0.5 +
+              graph_->GetRoot().GetPosition().x);
+    if (!watch) return;
+    SetStartY((graph_->GetRoot().GetSize().cy - view_extent().cy) * 0.5 +
+              graph_->GetRoot().GetPosition().y);
+    if (watch) RenewView(true);
+}
+
+void CContent::SetDefaultNodeHandler(graph_ptr2<INodeHandler> handler) {
+    graph_->SetDefaultNodeHandler(handler);
+}
+
+double CContent::GetScale() const { return scale_; }
+
+graph_ptr2<Graph> CContent::GetGraph() const { return graph_; }
+
+double CContent::GetStartX() const { return GetHorzStart(); }
+
+double CContent::GetStartY() const { return GetVertStart(); }
+
+void CContent::RenewView(bool invalidate) {
+    const Watch watch(this);
+    emit_view();
+    if (watch && invalidate) Invalidate();
+    if (watch) OnChange(this, viewkit::UpdateType::Content);
+}
+
+bool CContent::RecalculateLayout() { return RecalculateLayout(nullptr); }
+
+bool CContent::RecalculateLayout(paintcore::IPainter* painter) {
+    if (painter == nullptr && GetControl() != nullptr) {
+        painter = GetControl()->GetWindow()->GetPainter();
+    }
+    // A handle of its own: what the layout asks may replace the graph, or destroy the surface.
+    const graph_ptr2<Graph> graph = GetGraph();
+    return graph->RecalculateLayout(painter);
+}
+
+size<double> CContent::view_extent() const {
+    const rectangle<int> r = GetContentRect();
+    return {(r.right - r.left) / scale_, (r.bottom - r.top) / scale_};
+}
+
+void CContent::emit_view() {
+    const size<double> extent = view_extent();
+    OnChangeView(point<double>{horz_start_, vert_start_},
+                 point<double>{horz_start_ + extent.cx, vert_start_ + extent.cy});
+}
+
+// ---------------------------------------------------------------------------------------------
+// The scroll models
+
+double CContent::GetHorzFrom() const { return graph_->GetRoot().GetPosition().x - left_extra_; }
+
+double CContent::GetHorzTo() const {
+    const Node root = graph_->GetRoot();
+    return root.GetPosition().x + root.GetSize().cx + right_extra_;
+}
+
+// Going left of the root leaves what the range had on the right behind; a start on the very edge of
+// the root keeps it.
+void CContent::SetHorzStart(double start) {
+    const Node root = graph_->GetRoot();
+    const double x = root.GetPosition().x;
+    const double overshoot = view_extent().cx - root.GetSize().cx - x + start - right_extra_;
+    left_extra_ = x > start ? x - start : 0.0;
+    if (x > start) right_extra_ = 0.0;
+    if (start > GetHorzFrom()) right_extra_ += overshoot;
+    right_extra_ = std::max(0.0, right_extra_);
+    horz_start_ = start;
+}
+
+double CContent::GetHorzStart() const { return horz_start_; }
+
+int CContent::GetHorzStepInPixels() const { return kStepInPixels; }
+
+void CContent::SetHorzMeasure(std::pair<double, int> measure) {
+    SetScale(measure.second / measure.first);
+}
+
+std::pair<double, int> CContent::GetHorzMeasure() const { return {1.0 / scale_, 1}; }
+
+double CContent::GetVertFrom() const { return graph_->GetRoot().GetPosition().y - top_extra_; }
+
+double CContent::GetVertTo() const {
+    const Node root = graph_->GetRoot();
+    return root.GetPosition().y + root.GetSize().cy + bottom_extra_;
+}
+
+void CContent::SetVertStart(double start) {
+    const Node root = graph_->GetRoot();
+    const double y = root.GetPosition().y;
+    const double overshoot = view_extent().cy - root.GetSize().cy - y + start - bottom_extra_;
+    top_extra_ = y > start ? y - start : 0.0;
+    if (y > start) bottom_extra_ = 0.0;
+    if (start > GetVertFrom()) bottom_extra_ += overshoot;
+    bottom_extra_ = std::max(0.0, bottom_extra_);
+    vert_start_ = start;
+}
+
+double CContent::GetVertStart() const { return vert_start_; }
+
+int CContent::GetVertStepInPixels() const { return kStepInPixels; }
+
+void CContent::SetVertMeasure(std::pair<double, int> measure) {
+    SetScale(measure.second / measure.first);
+}
+
+std::pair<double, int> CContent::GetVertMeasure() const { return {1.0 / scale_, 1}; }
+
+void CContent::SetHorzScroll(viewkit::IScrollModel* model) {
+    CCentralPart::SetHorzScroll(model);
+    zoom_rect_->SetHorzScroll(model);
+}
+
+void CContent::SetVertScroll(viewkit::IScrollModel* model) {
+    CCentralPart::SetVertScroll(model);
+    zoom_rect_->SetVertScroll(model);
+}
+
+// ---------------------------------------------------------------------------------------------
+// The mapping
+
+void CContent::SetNeedCoordSystem(bool need) { need_coord_system_ = need; }
+
+void CContent::SetPos(const rectangle<int>& bounds, bool repaint) {
+    const Watch watch(this);
+    CCentralPart::SetPos(bounds, repaint);
+    if (watch) emit_view();
+}
+
+point<double> CContent::GetViewScale() const { return {scale_, scale_}; }
+
+point<double> CContent::GetViewStart() const { return {horz_start_, vert_start_}; }
+
+void CContent::DP2LP(point<double>* p) {
+    *p = {p->x / scale_ + GetHorzStart(), p->y / scale_ + GetVertStart()};
+}
+
+void CContent::LP2DP(point<double>* p) {
+    *p = {(p->x - GetHorzStart()) * scale_ + kShortOfPixel,
+          (p->y - GetVertStart()) * scale_ + kShortOfPixel};
+}
+
+point<double> CContent::ConvertP2L(point<int> p) const {
+    return {p.x / scale_ + GetHorzStart(), p.y / scale_ + GetVertStart()};
+}
+
+point<int> CContent::ConvertL2P(point<double> p) const {
+    return {internal::Truncate((p.x - GetHorzStart()) * scale_ + kShortOfPixel),
+            internal::Truncate((p.y - GetVertStart()) * scale_ + kShortOfPixel)};
+}
+
+NodeSet CContent::HitNodeTest(int x1, int y1, int x2, int y2) const {
+    const point<double> a = ConvertP2L({x1, y1});
+    const point<double> b = ConvertP2L({x2, y2});
+    return graph_->HitNodeTest(a.x, a.y, b.x, b.y);
+}
+
+EdgeSet CContent::HitEdgeTest(int x1, int y1, int x2, int y2) const {
+    const double d = 1.0 / scale_;
+    const point<double> a = ConvertP2L({x1, y1});
+    const point<double> b = ConvertP2L({x2, y2});
+    return graph_->HitEdgeTest(a.x - d, a.y - d, b.x + d, b.y + d);
+}
+
+}  // namespace nodeline

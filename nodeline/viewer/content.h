@@ -1,0 +1,185 @@
+// Viewing surface: the element that shows a graph, draws what is visible of it, and takes clicks,
+// drags and keys.
+//
+// It does not scroll by itself: whoever makes one gives it the scroll models that it is to go
+// through, which may be its own (it is one for either axis). `CGraphViewer` does so, and is what
+// applications place in their windows.
+#pragma once
+
+#include <corvex/export.h>
+#include <nodeline/ops/graph_ops.h>
+#include <nodeline/viewer/rubber_rect.h>
+#include <nodeline/viewer/scroll_model.h>
+#include <nodeline/viewer/viewer.h>
+#include <viewkit/central_part.h>
+
+#include <utility>
+#include <vector>
+
+namespace nodeline {
+
+using paintcore::CTooltipEvent;
+using viewkit::CVisualElement;
+using DragTracker = viewkit::CRubberRect<viewkit::DummyDrawer>;
+using ZoomRect = viewkit::CRubberRectEx<viewkit::FocusRectDrawer>;
+
+// What a finished rubber rectangle does.
+enum RubberMode { RubberZoom = 0, RubberSelect = 1 };
+
+class NODELINE_API CContent : public IViewer,
+                              public viewkit::CCentralPart,
+                              public IVertSimpleScrollModel,
+                              public IHorzSimpleScrollModel {
+public:
+    // `graph` may be null: then the surface shows an empty graph. With `needCoordSystem` a paint
+    // maps the coordinates of the graph by itself; without, it draws as the painter stands.
+    CContent(CVisualElement* parent, graph_ptr2<Graph> graph, bool needCoordSystem);
+    ~CContent() override;
+
+    // As a viewer. `SetStartX` and `SetStartY` go through the scroll models, and do nothing
+    // without.
+    void SetStartX(double x) override;
+    void SetStartY(double y) override;
+    void SetScale(double s) override;
+    void SetViewWidth(double width) override;
+    void SetViewHeight(double height) override;
+    void SetGraph(graph_ptr2<Graph> graph) override;
+    void SetDefaultNodeHandler(graph_ptr2<INodeHandler> handler) override;
+    [[nodiscard]] double GetScale() const override;
+    [[nodiscard]] graph_ptr2<Graph> GetGraph() const override;
+    [[nodiscard]] double GetStartX() const override;
+    [[nodiscard]] double GetStartY() const override;
+    void RenewView(bool invalidate) override;
+    bool RecalculateLayout() override;
+    // The same with a painter to measure by; null takes that of the window, if there is one.
+    bool RecalculateLayout(paintcore::IPainter* painter);
+
+    // As a scroll model. The range is the extent of the root, widened so far that the view lies in
+    // it. `SetHorzStart` and `SetVertStart` tell nobody; follow them with `RenewView`.
+    [[nodiscard]] double GetHorzFrom() const override;
+    [[nodiscard]] double GetHorzTo() const override;
+    void SetHorzStart(double start) override;
+    [[nodiscard]] double GetHorzStart() const override;
+    [[nodiscard]] int GetHorzStepInPixels() const override;
+    void SetHorzMeasure(std::pair<double, int> measure) override;
+    [[nodiscard]] std::pair<double, int> GetHorzMeasure() const override;
+    [[nodiscard]] double GetVertFrom() const override;
+    [[nodiscard]] double GetVertTo() const override;
+    void SetVertStart(double start) override;
+    [[nodiscard]] double GetVertStart() const override;
+    [[nodiscard]] int GetVertStepInPixels() const override;
+    void SetVertMeasure(std::pair<double, int> measure) override;
+    [[nodiscard]] std::pair<double, int> GetVertMeasure() const override;
+
+    virtual void SetNeedCoordSystem(bool need);
+    // The rubber rectangle scrolls the same models.
+    void SetHorzScroll(viewkit::IScrollModel* model) override;
+    void SetVertScroll(viewkit::IScrollModel* model) override;
+
+    // As an element.
+    void DrawContent(paintcore::IPainter* painter) override;
+    void DrawPicture(paintcore::IPainter* painter) override;
+    void SetPos(const rectangle<int>& bounds, bool repaint) override;
+    bool HandleMouseMove(int x, int y, int keys, MouseButton button) override;
+    bool HandleButtonDown(int x, int y, int keys, MouseButton button) override;
+    bool HandleButtonUp(int x, int y, int keys, MouseButton button) override;
+    bool HandleDoubleClick(int x, int y, int keys, MouseButton button) override;
+    void HandleMouseHover(CVisualElement* element) override;
+    void HandleMouseLeave(CVisualElement* element) override;
+    bool HandleKeyDown(int keys, int code) override;
+    bool HandleKeyUp(int keys, int code) override;
+    bool HandleChar(char c) override;
+    bool HandleOnTooltip(CTooltipEvent* event) override;
+    bool HandleOnTooltipTrack(CTooltipEvent* event) override;
+    bool HandleContextMenu(int x, int y) override;
+    bool HandleDragOver(int x, int y) override;
+    bool HandleDragDrop(int x, int y) override;
+    void DP2LP(point<double>* p) override;
+    void LP2DP(point<double>* p) override;
+
+    // Pixels of the element to coordinates of the graph, without rounding, and back to whole
+    // pixels; a twentieth of a pixel is added before the fraction is cut off.
+    [[nodiscard]] point<double> ConvertP2L(point<int> p) const;
+    [[nodiscard]] point<int> ConvertL2P(point<double> p) const;
+    // What meets a rectangle of pixels; edges are widened by a pixel, so that thin ones are hit.
+    [[nodiscard]] NodeSet HitNodeTest(int x1, int y1, int x2, int y2) const;
+    [[nodiscard]] EdgeSet HitEdgeTest(int x1, int y1, int x2, int y2) const;
+
+    // A `RubberMode`; any value but 0 selects. The rectangle is off at first: see `GetZoomRect`.
+    void SetRubberMode(int mode) { rubber_mode_ = mode; }
+    [[nodiscard]] int GetRubberMode() const { return rubber_mode_; }
+    // Whether dragging a node that owns nothing moves it, instead of panning.
+    void SetMoveNodes(bool move) { move_nodes_ = move; }
+    [[nodiscard]] bool GetMoveNodes() const { return move_nodes_; }
+    // Whether the window's former cursor is restored when the next drag or rubber rectangle ends.
+    void SetCursorPending(bool pending) { cursor_pending_ = pending; }
+    [[nodiscard]] bool GetCursorPending() const { return cursor_pending_; }
+    // The tracker that pans and moves nodes, on at first, and the rubber rectangle, off at first.
+    // They are children of the surface and live as long as it does.
+    [[nodiscard]] DragTracker* GetDragTracker() const { return drag_tracker_; }
+    [[nodiscard]] ZoomRect* GetZoomRect() const { return zoom_rect_; }
+
+    // The handler of `node` or `edge` is told when the pointer leaves the surface, once. For
+    // applications that follow the pointer themselves.
+    void NoteHover(const Node& node) { hover_nodes_.push_back(node); }
+    void NoteHover(const Edge& edge) { hover_edges_.push_back(edge); }
+    // The next paint paints it over alone, as after an answer of `HandlerRepaint`; see `RenewView`
+    // for asking for one. It forgets these, and paints everything if there are three nodes or more.
+    void NoteRepaint(const Node& node) { redraw_nodes_.push_back(node); }
+    void NoteRepaint(const Edge& edge) { redraw_edges_.push_back(edge); }
+
+protected:
+    point<double> GetViewScale() const override;
+    point<double> GetViewStart() const override;
+
+private:
+    // What the pointer is on: a node, or the root where there is none.
+    [[nodiscard]] Node target_at(int x, int y) const;
+    // Of the view, in logical units.
+    [[nodiscard]] size<double> view_extent() const;
+    void emit_view();
+    void handle_epilogue(int result);
+    void note_result(const Node& node, int result);
+    // The handler's answer to a release, joined with that to the click that it may be.
+    int release(int x, int y, int keys, MouseButton button);
+    void restore_cursor();
+    bool handle_tooltip(CTooltipEvent* event, bool track);
+    int ask_node(const Node& node, CTooltipEvent* event, bool track);
+    int ask_edge(const Edge& edge, CTooltipEvent* event, bool track);
+    void convert_tooltip(const CTooltipEvent& from, CGraphTooltipEvent& to) const;
+    void convert_tooltip(const CGraphTooltipEvent& from, CTooltipEvent& to) const;
+    void draw_requested(paintcore::IPainter* painter);
+    void draw_area(paintcore::IPainter* painter, const rectangle<double>& area);
+    void select_in(const point<double>& a, const point<double>& b);
+    void zoom_to(const point<double>& a, const point<double>& b);
+
+    // Slots of the rubber rectangles.
+    void ShiftProcessing(DragTracker* rubber, point<double> start, point<double> cur,
+                         point<double> prev);
+    void EndShiftProcessing(DragTracker* rubber, point<double> start, point<double> end);
+    void ChangeScrollModel(ZoomRect* rect, point<double> a, point<double> b);
+
+    double scale_ = 1.0;
+    // How far the range reaches beyond the root.
+    double left_extra_ = 0.0;
+    double top_extra_ = 0.0;
+    double right_extra_ = 0.0;
+    double bottom_extra_ = 0.0;
+    double horz_start_ = 0.0;
+    double vert_start_ = 0.0;
+    DragTracker* drag_tracker_ = nullptr;
+    ZoomRect* zoom_rect_ = nullptr;
+    int rubber_mode_ = RubberZoom;
+    std::vector<Node> pressed_nodes_;  // since the last release; the first one counts
+    point<double> grab_offset_;        // from the position of that node to the press
+    graph_ptr2<Graph> graph_;
+    std::vector<Node> hover_nodes_;
+    std::vector<Node> redraw_nodes_;
+    std::vector<Edge> hover_edges_;
+    std::vector<Edge> redraw_edges_;
+    bool move_nodes_ = false;
+    bool cursor_pending_ = false;
+    bool need_coord_system_;
+};
+
+}  // namespace nodeline

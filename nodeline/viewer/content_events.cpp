@@ -1,0 +1,157 @@
+#include <nodeline/viewer/content.h>
+#include <nodeline/viewer/coords_keeper.h>
+#include <nodeline/viewer/internal/key_codes.h>
+
+namespace nodeline {
+namespace {
+
+using Watch = viewkit::Watch<CVisualElement>;
+
+}  // namespace
+
+Node CContent::target_at(int x, int y) const {
+    const NodeSet met = HitNodeTest(x, y, x, y);
+    return met.GetCount() > 0 ? met.GetItem(0) : graph_->GetRoot();
+}
+
+void CContent::note_result(const Node& node, int result) {
+    if (result == HandlerRepaint) NoteRepaint(node);
+}
+
+void CContent::handle_epilogue(int result) {
+    if (result >= HandlerRecalculate) {
+        redraw_nodes_.clear();
+        redraw_edges_.clear();
+        RenewView(true);
+    } else if (result >= HandlerRepaint) {
+        RenewView(false);
+    }
+}
+
+bool CContent::HandleMouseMove(int /*x*/, int /*y*/, int /*keys*/, MouseButton /*button*/) {
+    return true;
+}
+
+bool CContent::HandleButtonDown(int x, int y, int keys, MouseButton button) {
+    const Watch watch(this);
+    const Node target = target_at(x, y);
+    const point<double> p = ConvertP2L({x, y});
+    pressed_nodes_.push_back(target);
+    grab_offset_ = p - pressed_nodes_.front().GetPosition();
+    const int result = target.GetHandler()->HandleButtonDown(target, p.x, p.y, keys, button);
+    if (!watch) return true;
+    note_result(target, result);
+    OnButtonDown(this, x, y, keys, button);
+    if (!watch) return true;
+    handle_epilogue(result);
+    if (!watch) return true;
+    // A drag begins only when the window offers a press that was not used up.
+    drag_tracker_->Reset();
+    zoom_rect_->Reset();
+    zoom_rect_->OnChange(zoom_rect_, viewkit::UpdateType::Content);
+    return !watch || result != HandlerIgnored;
+}
+
+bool CContent::HandleButtonUp(int x, int y, int keys, MouseButton button) {
+    const Watch watch(this);
+    const int result = release(x, y, keys, button);
+    return !watch || result != HandlerIgnored;
+}
+
+int CContent::release(int x, int y, int keys, MouseButton button) {
+    const Watch watch(this);
+    const Node target = target_at(x, y);
+    const point<double> p = ConvertP2L({x, y});
+    const CoordsKeeper keeper(this, target, GetLife());
+    int result = target.GetHandler()->HandleButtonUp(target, p.x, p.y, keys, button);
+    if (!watch) return result;
+    note_result(target, result);
+    if (!pressed_nodes_.empty() && pressed_nodes_.front() == target) {
+        const int click = target.GetHandler()->HandleClick(target, p.x, p.y, keys, button);
+        if (!watch) return result;
+        note_result(target, click);
+        result |= click;
+    }
+    pressed_nodes_.clear();
+    OnButtonUp(this, x, y, keys, button);
+    if (!watch) return result;
+    handle_epilogue(result);
+    if (watch) drag_tracker_->Reset();
+    return result;
+}
+
+bool CContent::HandleDoubleClick(int x, int y, int keys, MouseButton button) {
+    const Watch watch(this);
+    const Node target = target_at(x, y);
+    const point<double> p = ConvertP2L({x, y});
+    const int result = target.GetHandler()->HandleDoubleClick(target, p.x, p.y, keys, button);
+    if (!watch) return true;
+    note_result(target, result);
+    OnDoubleClick(this, x, y, keys, button);
+    if (watch) handle_epilogue(result);
+    return !watch || result != HandlerIgnored;
+}
+
+bool CContent::HandleContextMenu(int x, int y) {
+    const Watch watch(this);
+    const Node target = target_at(x, y);
+    const point<double> p = ConvertP2L({x, y});
+    const int result = target.GetHandler()->HandleContextMenu(target, p.x, p.y);
+    if (!watch) return true;
+    note_result(target, result);
+    OnContextMenu(this, x, y);
+    if (watch) handle_epilogue(result);
+    return !watch || result != HandlerIgnored;
+}
+
+void CContent::HandleMouseHover(CVisualElement* /*element*/) {}
+
+void CContent::HandleMouseLeave(CVisualElement* /*element*/) {
+    const Watch watch(this);
+    zoom_rect_->SetOutlineOn(false);
+    const std::vector<Node> nodes = hover_nodes_;
+    for (const Node& node : nodes) {
+        node.GetHandler()->HandleMouseLeave(node);
+        if (!watch) return;
+    }
+    hover_nodes_.clear();
+    const std::vector<Edge> edges = hover_edges_;
+    for (const Edge& edge : edges) {
+        edge.GetHandler()->HandleMouseLeave(edge);
+        if (!watch) return;
+    }
+    hover_edges_.clear();
+    OnMouseLeave(this);
+    if (watch) handle_epilogue(HandlerRecalculate);
+    if (watch) zoom_rect_->SetOutlineOn(true);
+}
+
+// An arrow moves the picture, not the view.
+bool CContent::HandleKeyDown(int /*keys*/, int code) {
+    switch (code) {
+        case internal::KeyLeft:
+            SetStartX(GetHorzStart() + GetHorzStepInPixels() / scale_);
+            return true;
+        case internal::KeyRight:
+            SetStartX(GetHorzStart() - GetHorzStepInPixels() / scale_);
+            return true;
+        case internal::KeyUp:
+            SetStartY(GetVertStart() + GetVertStepInPixels() / scale_);
+            return true;
+        case internal::KeyDown:
+            SetStartY(GetVertStart() - GetVertStepInPixels() / scale_);
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool CContent::HandleKeyUp(int /*keys*/, int /*code*/) { return false; }
+
+bool CContent::HandleChar(char /*c*/) { return false; }
+
+bool CContent::HandleDragOver(int /*x*/, int /*y*/) { return true; }
+
+bool CContent::HandleDragDrop(int /*x*/, int /*y*/) { return true; }
+
+}  // namespace nodeline

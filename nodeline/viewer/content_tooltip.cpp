@@ -1,0 +1,89 @@
+#include <nodeline/viewer/content.h>
+
+#include <algorithm>
+
+namespace nodeline {
+namespace {
+
+using Watch = viewkit::Watch<CVisualElement>;
+
+// The parts of a tooltip event that are no coordinates.
+template <class From, class To>
+void CopyLook(const From& from, To& to) {
+    to.text = from.text;
+    to.textColor = from.textColor;
+    to.backColor = from.backColor;
+    to.font = from.font;
+    to.style = from.style;
+}
+
+}  // namespace
+
+bool CContent::HandleOnTooltip(CTooltipEvent* event) { return handle_tooltip(event, false); }
+
+bool CContent::HandleOnTooltipTrack(CTooltipEvent* event) { return handle_tooltip(event, true); }
+
+// The node goes first, even if it is only the root: an edge is asked when the node declines.
+bool CContent::handle_tooltip(CTooltipEvent* event, bool track) {
+    const Watch watch(this);
+    const point<int> at = event->pos;
+    int result = ask_node(target_at(at.x, at.y), event, track);
+    if (!watch) return true;
+    if (result == HandlerIgnored) {
+        const EdgeSet edges = HitEdgeTest(at.x, at.y, at.x, at.y);
+        if (edges.GetCount() > 0) result = ask_edge(edges.GetItem(0), event, track);
+        if (!watch) return true;
+    }
+    (track ? OnTooltipTrack : OnTooltip)(this, event);
+    if (watch) handle_epilogue(result);
+    return !watch || result != HandlerIgnored;
+}
+
+int CContent::ask_node(const Node& node, CTooltipEvent* event, bool track) {
+    const Watch watch(this);
+    CGraphTooltipEvent question;
+    convert_tooltip(*event, question);
+    const graph_ptr2<INodeHandler> handler = node.GetHandler();
+    const int result = track ? handler->HandleOnTooltipTrack(node, &question)
+                             : handler->HandleOnTooltip(node, &question);
+    if (watch) convert_tooltip(question, *event);
+    return result;
+}
+
+int CContent::ask_edge(const Edge& edge, CTooltipEvent* event, bool track) {
+    const Watch watch(this);
+    CGraphTooltipEvent question;
+    convert_tooltip(*event, question);
+    const graph_ptr2<IEdgeHandler> handler = edge.GetHandler();
+    const int result = track ? handler->HandleOnTooltipTrack(edge, &question)
+                             : handler->HandleOnTooltip(edge, &question);
+    if (watch) convert_tooltip(question, *event);
+    return result;
+}
+
+void CContent::convert_tooltip(const CTooltipEvent& from, CGraphTooltipEvent& to) const {
+    const auto convert = [this](const rectangle<int>& r) {
+        const point<double> a = ConvertP2L({r.left, r.top});
+        const point<double> b = ConvertP2L({r.right, r.bottom});
+        return rectangle<double>{a.x, a.y, b.x, b.y};
+    };
+    to.pos = ConvertP2L(from.pos);
+    to.trackRect = convert(from.trackRect);
+    to.tipRect = convert(from.tipRect);
+    CopyLook(from, to);
+}
+
+void CContent::convert_tooltip(const CGraphTooltipEvent& from, CTooltipEvent& to) const {
+    const auto convert = [this](const rectangle<double>& r) {
+        const point<int> a = ConvertL2P({r.left, r.top});
+        const point<int> b = ConvertL2P({r.right, r.bottom});
+        return rectangle<int>{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x),
+                              std::max(a.y, b.y)};
+    };
+    to.pos = ConvertL2P(from.pos);
+    to.trackRect = convert(from.trackRect);
+    to.tipRect = convert(from.tipRect);
+    CopyLook(from, to);
+}
+
+}  // namespace nodeline
