@@ -97,6 +97,8 @@ TEST(GoldenReplays, AreAllThere) {
     };
     EXPECT_GE(count("make"), 122);
     EXPECT_GE(count("update"), 198);
+    EXPECT_GE(count("view"), 40);
+    EXPECT_GE(count("viewing"), 114);
 }
 
 }  // namespace

@@ -1,25 +1,13 @@
-#include <apps/cli/replay/replay.h>
+#include <golden/script_run.h>
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 
 namespace nodeline {
 namespace {
 
-struct ScriptRun {
-    explicit ScriptRun(const std::string& text) {
-        std::istringstream script(text);
-        std::ostringstream out;
-        is_done = replay::RunReplay(script, out, error);
-        printed = out.str();
-    }
-
-    bool is_done = false;
-    std::string printed;
-    replay::ReplayError error;
-};
+using test_support::ScriptRun;
 
 void ExpectFault(const std::string& line, const std::string& reason) {
     const ScriptRun run("node 1 0 10 10\nnode 2 0 10 10\nedge 1 1 2\nhit-nodes 0 0 0 0\n" + line +
@@ -127,7 +115,7 @@ TEST(Replay, ShowsTheStretchesOfAnEdgeUpAndThenDown) {
 }
 
 TEST(Replay, EndsAtAnUnknownCommand) {
-    ExpectFault("paint", "there is no command \"paint\"");
+    ExpectFault("draw", "there is no command \"draw\"");
     ExpectFault("Recalc", "there is no command \"Recalc\"");
     ExpectFault("recalc\r", "there is no command \"recalc?\"");
 }

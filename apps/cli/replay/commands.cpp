@@ -5,21 +5,9 @@
 #include <nodeline/layout/stable_layout.h>
 #include <nodeline/ops/graph_ops.h>
 
-#include <string_view>
-#include <unordered_map>
-
 namespace nodeline::replay {
 
 namespace {
-
-using Run = void (*)(Session&, const Words&);
-
-// How many words follow the name, and what is done.
-struct Command {
-    std::size_t least;
-    std::size_t most;
-    Run run;
-};
 
 Node node_at(Session& session, const Words& words, std::size_t index = 1) {
     return session.script.GetNode(words.Integer(index)).node;
@@ -130,8 +118,8 @@ void run_request(Session& session, const Words& words) {
     (node_at(session, words).*kRequest)();
 }
 
-const std::unordered_map<std::string_view, Command>& commands() {
-    static const std::unordered_map<std::string_view, Command> table = {
+const CommandTable& graph_commands() {
+    static const CommandTable table = {
         {"node", {4, 4, run_node}},
         {"edge", {3, 4, run_edge}},
         {"size", {3, 3, run_size}},
@@ -164,20 +152,28 @@ const std::unordered_map<std::string_view, Command>& commands() {
     return table;
 }
 
+const Command& find_command(std::string_view name) {
+    for (const CommandTable* table : {&graph_commands(), &GetViewCommands()}) {
+        const auto found = table->find(name);
+        if (found != table->end()) return found->second;
+    }
+    throw ScriptFault("there is no command " + Quoted(name));
+}
+
 std::string word_count(const Command& command) {
+    if (command.most == kAnyCount) return "at least " + std::to_string(command.least) + " word";
     std::string text = command.most == 0 ? "no" : std::to_string(command.most);
-    if (command.least < command.most) text = std::to_string(command.least) + " or " + text;
+    if (command.least < command.most) {
+        const bool are_two = command.least + 1 == command.most;
+        text = std::to_string(command.least) + (are_two ? " or " : " to ") + text;
+    }
     return text + (command.most == 1 ? " word" : " words");
 }
 
 }  // namespace
 
 void RunCommand(Session& session, const Words& words) {
-    const auto found = commands().find(words[0]);
-    if (found == commands().end()) {
-        throw ScriptFault("there is no command " + Quoted(words[0]));
-    }
-    const Command& command = found->second;
+    const Command& command = find_command(words[0]);
     const std::size_t given = words.count() - 1;
     if (given < command.least || given > command.most) {
         throw ScriptFault(Quoted(words[0]) + " takes " + word_count(command) + ", not " +

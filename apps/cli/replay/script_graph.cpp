@@ -65,15 +65,22 @@ private:
     ScriptGraph& script_;
 };
 
-ScriptGraph::ScriptGraph() : graph_(new Graph, true) {
+ScriptGraph::ScriptGraph()
+    : measuring_nodes_(new MeasuringNodeHandler(*this), true),
+      measuring_edges_(new MeasuringEdgeHandler(*this), true),
+      graph_(new Graph, true) {
     nodes_.push_back({0, graph_->GetRoot(), kRootSize});
     node_places_.emplace(0, 0);
-    graph_->SetDefaultNodeHandler(graph_ptr2<INodeHandler>(new MeasuringNodeHandler(*this), true));
-    graph_->SetDefaultEdgeHandler(graph_ptr2<IEdgeHandler>(new MeasuringEdgeHandler(*this), true));
+    UseMeasuringHandlers();
     graph_->SetDefaultLayout(IncLayout::Create());
 }
 
 ScriptGraph::~ScriptGraph() { take_apart_detached(); }
+
+void ScriptGraph::UseMeasuringHandlers() {
+    graph_->SetDefaultNodeHandler(measuring_nodes_);
+    graph_->SetDefaultEdgeHandler(measuring_edges_);
+}
 
 void ScriptGraph::AddNode(std::int64_t number, std::int64_t owner, nodeline::size<double> size) {
     Node& above = GetNode(owner).node;

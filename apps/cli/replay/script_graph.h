@@ -25,9 +25,9 @@ struct ScriptEdge {
     double width;
 };
 
-// All nodes share a handler that answers the sizes of the script and draws nothing, and all edges
-// one that answers the widths. A number that is unknown or taken is a `ScriptFault`, and changes
-// nothing.
+// At first, all nodes share a handler that answers the sizes of the script and draws nothing, and
+// all edges one that answers the widths. A number that is unknown or taken is a `ScriptFault`, and
+// changes nothing.
 class ScriptGraph {
 public:
     ScriptGraph();
@@ -36,6 +36,9 @@ public:
     ScriptGraph& operator=(const ScriptGraph&) = delete;
 
     [[nodiscard]] const graph_ptr2<Graph>& graph() const { return graph_; }
+
+    // Makes the measuring handlers the defaults of the graph, as they are at first.
+    void UseMeasuringHandlers();
 
     void AddNode(std::int64_t number, std::int64_t owner, nodeline::size<double> size);
     void AddEdge(std::int64_t number, std::int64_t from, std::int64_t to, double width);
@@ -64,6 +67,8 @@ private:
     std::vector<ScriptEdge> edges_;
     std::map<std::int64_t, int> node_places_;
     std::map<std::int64_t, int> edge_places_;
+    graph_ptr2<INodeHandler> measuring_nodes_;
+    graph_ptr2<IEdgeHandler> measuring_edges_;
     graph_ptr2<Graph> graph_;
 };
 

@@ -30,7 +30,7 @@ std::string Quoted(std::string_view word) {
     return text + (word.size() > kMost ? "...\"" : "\"");
 }
 
-Words::Words(std::string_view line) {
+Words::Words(std::string_view line) : line_(line) {
     if (!line.empty() && line.front() == '#') return;
     for (std::size_t at = line.find_first_not_of(kBlanks); at != std::string_view::npos;) {
         const std::size_t end = line.find_first_of(kBlanks, at);
@@ -53,6 +53,20 @@ double Words::Number(std::size_t index) const {
         throw ScriptFault(Quoted(words_[index]) + " is not a number");
     }
     return value;
+}
+
+int Words::Int(std::size_t index, int least) const {
+    const std::int64_t value = Integer(index);
+    if (value < least) throw ScriptFault(Quoted(words_[index]) + " is too small");
+    if (value > std::numeric_limits<int>::max()) {
+        throw ScriptFault(Quoted(words_[index]) + " is too large");
+    }
+    return static_cast<int>(value);
+}
+
+std::string_view Words::From(std::size_t index) const {
+    if (index >= words_.size()) return {};
+    return line_.substr(static_cast<std::size_t>(words_[index].data() - line_.data()));
 }
 
 bool Words::IsFirstOf(std::size_t index, std::string_view first, std::string_view second) const {

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -31,12 +32,18 @@ public:
     // The word as a whole number, or as a finite one; a word that is none is a fault.
     [[nodiscard]] std::int64_t Integer(std::size_t index) const;
     [[nodiscard]] double Number(std::size_t index) const;
+    // The word as an `int`; one that is none, or below `least`, is a fault.
+    [[nodiscard]] int Int(std::size_t index, int least = std::numeric_limits<int>::min()) const;
+
+    // The line from a word on to its end, blanks and all; empty if there is no such word.
+    [[nodiscard]] std::string_view From(std::size_t index) const;
 
     // Whether the word is the first or the second of two; any other word is a fault.
     [[nodiscard]] bool IsFirstOf(std::size_t index, std::string_view first,
                                  std::string_view second) const;
 
 private:
+    std::string_view line_;
     std::vector<std::string_view> words_;
 };
 
