@@ -78,6 +78,7 @@ bool CControl::Paint(IPainter* painter) {
     painter->BeginPaint(IPainter::StdSettings::All);
     prepare(root_.get());
     if (scope.IsAlive()) paint(root_.get(), painter, false);
+    if (scope.IsAlive()) prepare(root_.get());
     if (scope.IsAlive()) painter->EndPaint();
     return scope.IsAlive();
 }

@@ -151,6 +151,11 @@ void CVisualElement::AlignChildren() {
     }
 }
 
+void CVisualElement::PutToBack(CVisualElement* child) {
+    const auto at = std::find(children_.begin(), children_.end(), child);
+    if (at != children_.end()) std::rotate(children_.begin(), at, at + 1);
+}
+
 void CVisualElement::Invalidate() {
     valid_ = false;
     invalid_since_asked_ = valid_was_asked_;

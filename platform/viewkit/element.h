@@ -112,7 +112,8 @@ public:
     // Draws the element for a picture in a file: all of it, and without bringing anything up to
     // date first. Calls `DrawContent` here.
     virtual void DrawPicture(IPainter* painter);
-    // Something is about to be painted: the last moment to place children. Nothing here.
+    // The moment to place children by what has changed: before each paint, and after it, since what
+    // an element shows may have been laid out in it. Nothing here.
     virtual void PreparePaint() {}
 
     // Makes the painter map the logical coordinates of the element. They are its pixels here.
@@ -181,6 +182,8 @@ protected:
     virtual void ChangeParent(CVisualElement* old);
     // Places the children.
     virtual void AlignChildren();
+    // Draws a child before its siblings from now on.
+    void PutToBack(CVisualElement* child);
     void SetCaptureOnly() { capture_only_ = true; }
     // Whether all pixels were right when this paint began and nothing has been invalidated since.
     [[nodiscard]] bool HasValidPixels() const { return valid_; }

@@ -16,7 +16,6 @@ constexpr double kPageOverlap = 0.1;
 // Of a pixel, what a range may be longer than the view before it needs a bar.
 constexpr double kSlack = 0.01;
 
-const paintcore::_color kTrough(240, 240, 240);
 const paintcore::_color kThumbFill(205, 205, 205);
 const paintcore::_color kThumbPressed(166, 166, 166);
 const paintcore::_color kArrow(96, 96, 96);
@@ -32,6 +31,8 @@ void set_repeat(const CVisualElement* element, int milliseconds) {
 
 CScrollBar::CScrollBar(CVisualElement* parent, bool vertical)
     : CVisualElement(parent, {kThickness, kThickness}, Alignment::None), vertical_(vertical) {}
+
+paintcore::_color CScrollBar::GetTroughColor() { return {240, 240, 240}; }
 
 void CScrollBar::SetModel(IScrollModel* model) {
     model_ = model;
@@ -86,7 +87,7 @@ void CScrollBar::DrawContent(IPainter* painter) {
     const rectangle<double> r = GetDrawRect(painter);
     if (GetDrawValidRect(painter) == r && thumb == drawn_) return;
     drawn_ = thumb;
-    painter->SetBrush({kTrough, 1});
+    painter->SetBrush({GetTroughColor(), 1});
     painter->FillRect(r);
     painter->SetBrush({pressed_ == Part::kThumb ? kThumbPressed : kThumbFill, 1});
     const double breadth = vertical_ ? r.right : r.bottom;

@@ -16,6 +16,9 @@ public:
 
     CScrollBar(CVisualElement* parent, bool vertical);
 
+    // The ground of all bars.
+    [[nodiscard]] static paintcore::_color GetTroughColor();
+
     // Not owned; null shows an empty trough.
     void SetModel(IScrollModel* model);
     // The view has `view` pixels along the bar's axis.

@@ -87,7 +87,20 @@ void CScrollBox::SetHorzModel(IScrollModel* model) {
 void CScrollBox::SetCentralPane(CVisualElement* pane) {
     pane_ = Watch<CVisualElement>(pane);
     if (pane != nullptr) pane->SetParent(this);
+    // The bars are drawn after the pane, whose paint may change the range.
+    PutToBack(pane);
     AlignChildren();
+}
+
+void CScrollBox::DrawContent(IPainter* painter) {
+    CVisualElement::DrawContent(painter);
+    if (GetDrawValidRect(painter) == GetDrawRect(painter)) return;
+    if (!vert_bar_->IsVisible() || !horz_bar_->IsVisible()) return;
+    // The corner between the bars.
+    const rectangle<int>& vert = vert_bar_->GetBounds();
+    const rectangle<int>& horz = horz_bar_->GetBounds();
+    painter->SetBrush({CScrollBar::GetTroughColor(), 1});
+    painter->FillRect(horz.right, vert.bottom, vert.right, horz.bottom);
 }
 
 void CScrollBox::SetVertBarMode(int mode) {

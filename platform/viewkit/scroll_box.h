@@ -52,6 +52,7 @@ public:
     [[nodiscard]] IScrollModel* GetWrappedVertScroll() const;
     [[nodiscard]] IScrollModel* GetWrappedHorzScroll() const;
 
+    void DrawContent(IPainter* painter) override;
     bool HandleMouseWheel(int x, int y, int keys, double notches, bool horizontal) override;
     void PreparePaint() override;
 

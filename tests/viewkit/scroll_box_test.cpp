@@ -3,7 +3,10 @@
 #include <viewkit/scroll_bar.h>
 #include <viewkit/scroll_box.h>
 
+#include <algorithm>
 #include <cmath>
+#include <string>
+#include <vector>
 
 #include "test_surface.h"
 
@@ -188,6 +191,46 @@ TEST_F(ScrollBox, TheWheelKeepsTheScaleBetweenAHundredthAnd32) {
     EXPECT_EQ(1.0 / surface->horz.measure.first, 32.0);
     control.MouseWheel(50, 40, KeyControl, -1000.0, false);
     EXPECT_EQ(1.0 / surface->horz.measure.first, 0.01);
+}
+
+TEST_F(ScrollBox, ARangeThatChangesInThePaintIsShownByTheBarsAtOnce) {
+    class Grower : public subscriber_base_t {
+    public:
+        TestSurface* surface = nullptr;
+        void Grow(CVisualElement*, IPainter*) { surface->vert.to = 100.0; }
+    } grower;
+    grower.surface = surface;
+    const CScrollBar::Thumb before = box->GetVertBar()->GetThumb();
+    surface->OnDraw.connect(&grower, &Grower::Grow);
+    surface->Invalidate();
+    window.PaintPending();
+    const CScrollBar::Thumb after = box->GetVertBar()->GetThumb();
+    EXPECT_NE(before, after);
+    const std::vector<std::string>& lines = window.GetRecorder().GetLines();
+    EXPECT_EQ(
+        std::count(lines.begin(), lines.end(),
+                   "FillRect 2 " + std::to_string(after.from) + " 12 " + std::to_string(after.to)),
+        1);
+}
+
+TEST_F(ScrollBox, ARangeThatChangesInThePaintMayBringOrTakeABar) {
+    class Shrinker : public subscriber_base_t {
+    public:
+        TestSurface* surface = nullptr;
+        void Shrink(CVisualElement*, IPainter*) { surface->vert.to = 50.0; }
+    } shrinker;
+    shrinker.surface = surface;
+    surface->OnDraw.connect(&shrinker, &Shrinker::Shrink);
+    surface->Invalidate();
+    window.PaintPending();
+    EXPECT_FALSE(box->GetVertBar()->IsVisible());
+    EXPECT_TRUE(window.PaintPending());
+    EXPECT_FALSE(window.PaintPending());
+}
+
+TEST_F(ScrollBox, FillsTheCornerBetweenTheBars) {
+    const std::vector<std::string>& lines = window.GetRecorder().GetLines();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "FillRect 186 86 200 100"), 1);
 }
 
 TEST_F(ScrollBox, APaneThatDiesLeavesTheBars) {

@@ -1,0 +1,196 @@
+// What partial paints leave on the screen is what one paint of everything would leave.
+#include <backends/cairo/image_window.h>
+#include <backends/headless/headless_window.h>
+#include <gtest/gtest.h>
+#include <nodeline/handlers/handlers.h>
+#include <nodeline/layout/stable_layout.h>
+#include <nodeline/ops/graph_ops.h>
+#include <support/random_graph.h>
+#include <support/view_session.h>
+
+#include <string>
+#include <vector>
+
+namespace nodeline {
+namespace {
+
+using cairo::ImageWindow;
+using headless::HeadlessWindow;
+using Pixels = std::vector<std::uint32_t>;
+
+// Fills the rectangle of a node, and nothing beyond it. A click selects.
+class TileHandler : public INodeHandler {
+public:
+    void Draw(Node node, IPainter* painter) override {
+        if (!IsFlagSet(node, NodeDrawn)) return;
+        const auto shade = static_cast<unsigned char>(40 + node.GetID() % 7 * 30);
+        const bool selected = IsFlagSet(node, NodeSelected);
+        painter->SetBrush(
+            {selected ? paintcore::_color(250, shade, 0) : paintcore::_color(0, shade, 220), 1});
+        painter->FillRect(MakeDRect(node.GetPosition(), node.GetSize()));
+    }
+    size<double> GetSize(Node) override { return {37.0, 19.0}; }
+    NodeFrame GetSize(Node, size<double> inner) override {
+        return {{inner.cx + 10.0, inner.cy + 10.0}, {5.0, 5.0}};
+    }
+    int HandleClick(Node node, double x, double y, int keys, MouseButton button) override {
+        INodeHandler::HandleClick(node, x, y, keys, button);
+        SetFlag(node, NodeSelected, !IsFlagSet(node, NodeSelected));
+        return HandlerRepaint;
+    }
+};
+
+class InvisibleEdges : public IEdgeHandler {
+public:
+    void Draw(Edge, IPainter*) override {}
+    double GetWidth(Edge) const override { return 1.0; }
+};
+
+graph_ptr2<Graph> TiledGraph(std::uint64_t seed) {
+    test::RandomGraphPlan plan;
+    plan.nodes = 30;
+    plan.edges = 40;
+    plan.depth = 3;
+    const test::RandomGraph random_graph(seed, plan);
+    const graph_ptr2<Graph> graph = random_graph.graph;
+    graph->SetDefaultLayout(checked_upcast<ILayout>(StableLayout::Create()));
+    graph->SetDefaultNodeHandler(graph_ptr2<INodeHandler>(new TileHandler, true));
+    graph->SetDefaultEdgeHandler(graph_ptr2<IEdgeHandler>(new InvisibleEdges, true));
+    return graph;
+}
+
+// How many pixels differ.
+int CountDifferences(const Pixels& a, const Pixels& b) {
+    if (a.size() != b.size()) return -1;
+    int count = 0;
+    for (std::size_t i = 0; i < a.size(); ++i) count += a[i] != b[i] ? 1 : 0;
+    return count;
+}
+
+struct PixelCase {
+    std::uint64_t seed;
+    bool keeps_scale;
+};
+
+class ViewPixels : public ::testing::TestWithParam<PixelCase> {};
+
+TEST_P(ViewPixels, AfterPartialPaintsAreThoseOfAFullOne) {
+    ImageWindow window({320, 220});
+    HeadlessWindow overview_window({100, 60});
+    test::ViewSessionPlan plan;
+    plan.keeps_scale = GetParam().keeps_scale;
+    test::ViewSession session(GetParam().seed, plan, &window, &overview_window,
+                              TiledGraph(GetParam().seed));
+    test::Random random(GetParam().seed);
+    std::string steps;
+    for (int i = 0; i < 1500; ++i) {
+        steps += session.Step() + ", ";
+        if (!random.OneIn(12)) continue;
+        session.Paint();
+        const Pixels partial = window.GetPixels();
+        window.GetControl().InvalidateAll();
+        window.PaintPending();
+        ASSERT_EQ(CountDifferences(partial, window.GetPixels()), 0) << i << ": " << steps;
+        steps.clear();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Sessions, ViewPixels,
+                         ::testing::Values(PixelCase{1, true}, PixelCase{2, true},
+                                           PixelCase{3, true}, PixelCase{4, false},
+                                           PixelCase{5, false}, PixelCase{6, false}));
+
+// A surface of coloured squares, to see what a window does with pixels alone.
+TEST(ImageWindow, MovesPixelsInEveryDirection) {
+    class Squares : public viewkit::CVisualElement {
+    public:
+        explicit Squares(CVisualElement* parent)
+            : CVisualElement(parent, {1, 1}, viewkit::Alignment::Client) {}
+        void DrawContent(IPainter* painter) override {
+            for (int y = 0; y < 20; ++y) {
+                for (int x = 0; x < 30; ++x) {
+                    painter->SetBrush({paintcore::_color(static_cast<unsigned char>(8 * x),
+                                                         static_cast<unsigned char>(12 * y), 7),
+                                       1});
+                    painter->FillRect(x, y, x + 1.0, y + 1.0);
+                }
+            }
+        }
+    };
+    for (const auto [dx, dy] : {point<int>{3, 0}, {-3, 0}, {0, 4}, {0, -4}, {2, -5}, {-7, 6}}) {
+        ImageWindow window({30, 20});
+        new Squares(window.GetRoot());
+        window.PaintPending();
+        const Pixels before = window.GetPixels();
+        EXPECT_TRUE(window.MovePixels({5, 4, 25, 18}, dx, dy));
+        const Pixels after = window.GetPixels();
+        for (int y = 0; y < 20; ++y) {
+            for (int x = 0; x < 30; ++x) {
+                const bool is_in = x >= 5 && x < 25 && y >= 4 && y < 18;
+                const int from_x = x - dx;
+                const int from_y = y - dy;
+                const bool was_in = from_x >= 5 && from_x < 25 && from_y >= 4 && from_y < 18;
+                if (is_in && !was_in) continue;  // uncovered
+                const int from = is_in ? from_y * 30 + from_x : y * 30 + x;
+                EXPECT_EQ(after[static_cast<std::size_t>(y * 30 + x)],
+                          before[static_cast<std::size_t>(from)])
+                    << x << ", " << y << " by " << dx << ", " << dy;
+            }
+        }
+    }
+}
+
+TEST(ImageWindow, ShowsOverlaysButDoesNotPaintThem) {
+    class Dot : public viewkit::CVisualElement {
+    public:
+        explicit Dot(CVisualElement* parent)
+            : CVisualElement(parent, {1, 1}, viewkit::Alignment::Client) {}
+        void DrawOverlay(IPainter* painter) override {
+            painter->SetBrush({paintcore::_color(1, 2, 3), 1});
+            painter->FillRect(4.0, 5.0, 5.0, 6.0);
+        }
+    };
+    ImageWindow window({10, 10});
+    new Dot(window.GetRoot());
+    window.PaintPending();
+    EXPECT_NE(window.GetPixels()[54], 0x010203U);
+    EXPECT_EQ(window.GetShownPixels()[54], 0x010203U);
+    EXPECT_NE(window.GetPixels()[54], 0x010203U);
+}
+
+TEST(ImageWindow, MayBeResizedFromWithinItsPaint) {
+    class Grower : public viewkit::CVisualElement {
+    public:
+        explicit Grower(ImageWindow* window)
+            : CVisualElement(window->GetRoot(), {1, 1}, viewkit::Alignment::Client),
+              window_(window) {}
+        void DrawContent(IPainter* painter) override {
+            if (window_->GetRect().right == 10) window_->Resize({20, 20});
+            painter->SetBrush({paintcore::_color(1, 2, 3), 1});
+            painter->FillRect(0.0, 0.0, 20.0, 20.0);
+        }
+
+    private:
+        ImageWindow* window_;
+    };
+    ImageWindow window({10, 10});
+    new Grower(&window);
+    while (window.PaintPending()) {
+    }
+    const Pixels pixels = window.GetPixels();
+    ASSERT_EQ(pixels.size(), 400U);
+    EXPECT_EQ(pixels[399], 0x010203U);
+}
+
+TEST(ImageWindow, WritesAPngOrSaysWhyNot) {
+    ImageWindow window({10, 10});
+    window.PaintPending();
+    const std::string path = ::testing::TempDir() + "nodeline-image-window.png";
+    std::string error;
+    EXPECT_TRUE(window.SavePng(path, &error)) << error;
+    EXPECT_FALSE(window.SavePng(::testing::TempDir() + "no-such-folder/x.png", &error));
+    EXPECT_NE(error.find("cannot write"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace nodeline
