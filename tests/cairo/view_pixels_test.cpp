@@ -5,9 +5,12 @@
 #include <nodeline/handlers/handlers.h>
 #include <nodeline/layout/stable_layout.h>
 #include <nodeline/ops/graph_ops.h>
+#include <nodeline/viewer/draw_functions.h>
 #include <support/random_graph.h>
 #include <support/view_session.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -99,6 +102,126 @@ INSTANTIATE_TEST_SUITE_P(Sessions, ViewPixels,
                          ::testing::Values(PixelCase{1, true}, PixelCase{2, true},
                                            PixelCase{3, true}, PixelCase{4, false},
                                            PixelCase{5, false}, PixelCase{6, false}));
+
+// The stock handlers draw a little beyond: half a pen around a node, the wings of an arrowhead.
+class StockView : public ::testing::TestWithParam<int> {
+protected:
+    static constexpr int kReach = 8;   // pixels that a handler may draw beyond
+    static constexpr int kShade = 16;  // of 255
+
+    StockView() {
+        const auto seed = static_cast<std::uint64_t>(GetParam());
+        test::RandomGraph random_graph(seed);
+        for (Node node : random_graph.nodes) {
+            node.SetCaption("node " + std::to_string(node.GetID() % 50));
+        }
+        graph = random_graph.graph;
+        graph->SetDefaultLayout(checked_upcast<ILayout>(StableLayout::Create()));
+        const graph_ptr2<PortNodeHandler> handler(new PortNodeHandler, true);
+        handler->SetIPainter(window.GetPainter());
+        graph->SetDefaultNodeHandler(handler);
+        viewer->SetGraph(graph);
+        viewer->ScrollbarsEnable(false);
+        window.PaintPending();
+    }
+
+    // Slanted lines are cut off at the edges of the picture or of a strip, and the rounding of the
+    // cut shades them anew.
+    static bool IsClearlyOther(std::uint32_t a, std::uint32_t b) {
+        for (const int shift : {0, 8, 16}) {
+            const auto level = [shift](std::uint32_t pixel) {
+                return static_cast<int>(pixel >> shift & 0xffU);
+            };
+            if (std::abs(level(a) - level(b)) > kShade) return true;
+        }
+        return false;
+    }
+
+    // The pixels that a full paint changes.
+    std::vector<point<int>> PaintAllAndCompare() {
+        const Pixels partial = window.GetPixels();
+        window.GetControl().InvalidateAll();
+        window.PaintPending();
+        const Pixels full = window.GetPixels();
+        std::vector<point<int>> changed;
+        for (std::size_t i = 0; i < full.size(); ++i) {
+            if (!IsClearlyOther(full[i], partial[i])) continue;
+            const int at = static_cast<int>(i);
+            changed.push_back({at % kWidth, at / kWidth});
+        }
+        return changed;
+    }
+
+    static constexpr int kWidth = 420;
+    static constexpr int kHeight = 300;
+    ImageWindow window{{kWidth, kHeight}};
+    CGraphViewer* viewer = new CGraphViewer(window.GetRoot(), {}, true);
+    graph_ptr2<Graph> graph;
+};
+
+TEST_P(StockView, AfterAScrollDiffersFromAFullPaintOnlyAlongTheStrips) {
+    test::Random random(static_cast<std::uint64_t>(GetParam()));
+    for (int i = 0; i < 40; ++i) {
+        const int dx = random.Between(-30, 30);
+        const int dy = random.Between(-20, 20);
+        viewer->SetStartX(viewer->GetStartX() + dx);
+        viewer->SetStartY(viewer->GetStartY() + dy);
+        window.PaintPending();
+        const int edge_x = dx > 0 ? kWidth - dx : -dx;
+        const int edge_y = dy > 0 ? kHeight - dy : -dy;
+        for (const point<int>& at : PaintAllAndCompare()) {
+            const bool is_at_edge = at.x < kReach || at.x >= kWidth - kReach || at.y < kReach ||
+                                    at.y >= kHeight - kReach;
+            ASSERT_TRUE(is_at_edge || std::abs(at.x - edge_x) <= kReach ||
+                        std::abs(at.y - edge_y) <= kReach)
+                << at.x << ", " << at.y << " after a scroll by " << dx << ", " << dy;
+        }
+    }
+}
+
+TEST_P(StockView, AfterASelectionDiffersFromAFullPaintOnlyWhereItWasPaintedOver) {
+    std::vector<Node> leaves;
+    ForEachNodeIn(
+        graph->GetRoot(),
+        [&leaves](const Node& node) {
+            if (node.GetOwned().GetCount() == 0) leaves.push_back(node);
+        },
+        false, false);
+    test::Random random(static_cast<std::uint64_t>(GetParam()));
+    for (int i = 0; i < 20; ++i) {
+        const Node node = random.Of(leaves);
+        SetFlag(node, NodeSelected, !IsFlagSet(node, NodeSelected));
+        viewer->GetContent()->NoteRepaint(node);
+        viewer->RenewView(false);
+        window.PaintPending();
+        // The node, and the edges that meet it.
+        std::vector<rectangle<double>> painted{MakeDRect(node.GetPosition(), node.GetSize())};
+        CollectEdgesInNodes collect{{}, graph};
+        collect(node);
+        for (const Edge& edge : collect.edges) {
+            rectangle<double> box{1e9, 1e9, -1e9, -1e9};
+            const NodeSet bends = edge.GetBreakNodes();
+            for (int b = 0; b < bends.GetCount(); ++b) {
+                const point<double> p = bends.GetItem(b).GetPosition();
+                box = {std::min(box.left, p.x), std::min(box.top, p.y), std::max(box.right, p.x),
+                       std::max(box.bottom, p.y)};
+            }
+            painted.push_back(box);
+        }
+        for (const point<int>& at : PaintAllAndCompare()) {
+            const double x = at.x + viewer->GetStartX();
+            const double y = at.y + viewer->GetStartY();
+            ASSERT_TRUE(std::any_of(painted.begin(), painted.end(),
+                                    [x, y](const auto& r) {
+                                        return x > r.left - kReach && x < r.right + kReach &&
+                                               y > r.top - kReach && y < r.bottom + kReach;
+                                    }))
+                << at.x << ", " << at.y;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Graphs, StockView, ::testing::Range(1, 6));
 
 // A surface of coloured squares, to see what a window does with pixels alone.
 TEST(ImageWindow, MovesPixelsInEveryDirection) {
