@@ -1,4 +1,5 @@
 #include <nodeline/handlers/drawers.h>
+#include <nodeline/handlers/internal/truncate.h>
 
 #include <nodeline/ops/graph_ops.h>
 #include <paintcore/utf8.h>
@@ -6,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <limits>
 #include <string_view>
 
 namespace nodeline {
@@ -39,12 +39,6 @@ private:
     T& place_;
     T old_;
 };
-
-// Cuts towards 0, and takes what no int can hold as the nearest that one can.
-int Truncate(double value) {
-    constexpr double kLimit = std::numeric_limits<int>::max();
-    return static_cast<int>(std::max(-kLimit, std::min(kLimit, value)));
-}
 
 std::string FirstCharacters(const std::string& text, std::size_t count) {
     std::string_view rest = text;
@@ -99,7 +93,7 @@ void CNodeDrawInfo::SetScaledFont() const {
     if (painter == nullptr) return;
     if (zoom_factor >= 0.9 && zoom_factor <= 1.1) return;
     paintcore::font scaled = font;
-    scaled.size = Truncate(font.size * zoom_factor);
+    scaled.size = internal::Truncate(font.size * zoom_factor);
     painter->SetFont(scaled);
 }
 

@@ -1,5 +1,5 @@
+#include <nodeline/handlers/internal/truncate.h>
 #include <nodeline/viewer/content.h>
-#include <nodeline/viewer/internal/truncate.h>
 #include <viewkit/control.h>
 
 #include <algorithm>

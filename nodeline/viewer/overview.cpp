@@ -1,9 +1,9 @@
 #include <checkfence/assert.h>
+#include <nodeline/handlers/internal/truncate.h>
 #include <nodeline/handlers/node_handler.h>
 #include <nodeline/ops/graph_ops.h>
 #include <nodeline/viewer/draw_functions.h>
 #include <nodeline/viewer/internal/key_codes.h>
-#include <nodeline/viewer/internal/truncate.h>
 #include <nodeline/viewer/overview.h>
 #include <viewkit/control.h>
 

@@ -1,7 +1,7 @@
 // Members of the rubber rectangles, for whoever instantiates them.
 #pragma once
 
-#include <nodeline/viewer/internal/truncate.h>
+#include <nodeline/handlers/internal/truncate.h>
 #include <nodeline/viewer/rubber_rect.h>
 #include <viewkit/control.h>
 

@@ -1,4 +1,4 @@
-// From logical coordinates to pixels: the conversion of a double to an int.
+// The conversion of a double to an int, for pixels and sizes of fonts.
 #pragma once
 
 #include <algorithm>
