@@ -1,9 +1,10 @@
-// How the stable layout goes on from the order that three sweeps have found.
+// How the stable layout finds the order of its levels.
+#include <nodeline/layout/internal/stable_order.h>
 #include <nodeline/layout/internal/stable_steps.h>
-#include <nodeline/layout/internal/steps.h>
 
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <utility>
 
 namespace nodeline::internal {
@@ -11,106 +12,132 @@ namespace nodeline::internal {
 namespace {
 
 using Crossings = std::int64_t;
+using Item = LevelOrder::Item;
 
-// The heights at which edges cross the border, by the vertex that they lead to inside: what is next
-// to the border on the left comes in there, what is next to it on the right goes out.
-class BorderPulls {
+// Orders levels by the mean place of the neighbours on one side. What has none there competes with
+// its own place, and equal means keep their order.
+class MeanSorter {
 public:
-    explicit BorderPulls(const StableRun& run) {
-        if (run.anchors == nullptr || run.anchors->IsEmpty()) return;
-        const int last = static_cast<int>(run.levels.size()) - 2;
-        for (EdgeIndex e = 0; e < run.edge_count(); ++e) {
-            const Course& course = at(run.courses, e);
-            if (course.kind == CourseKind::kIn) {
-                add(run, e, ORDER_IN, course.crossed() > 0 ? run.vertex_on(e, 1) : course.to);
-            } else if (course.kind == CourseKind::kOut) {
-                add(run, e, ORDER_OUT, course.crossed() > 0 ? run.vertex_on(e, last) : course.from);
-            }
-        }
-        for (auto& side : pulls_) std::sort(side.begin(), side.end());
+    explicit MeanSorter(LevelOrder& order) : order_(order) {}
+
+    void SweepRightwards(bool with_pulls) {
+        for (int k = 1; k <= order_.last(); ++k) sort(k, ORDER_IN, with_pulls);
     }
-
-    [[nodiscard]] bool IsEmpty() const { return pulls_[0].empty() && pulls_[1].empty(); }
-
-    // Calls `f(height)` for the edges of a vertex across a border, from the top down.
-    template <class F>
-    void ForEach(Order side, Vertex v, F f) const {
-        const auto& pulls = pulls_[side];
-        auto it = std::lower_bound(pulls.begin(), pulls.end(), std::pair(v, -1.0));
-        for (; it != pulls.end() && it->first == v; ++it) f(it->second);
+    void SweepLeftwards(bool with_pulls) {
+        for (int k = order_.last(); k >= 1; --k) sort(k, ORDER_OUT, with_pulls);
     }
 
 private:
-    void add(const StableRun& run, EdgeIndex e, Order side, Vertex v) {
-        const auto height = run.anchors->Find(run.owner_id(), run.edge_id(e), side);
-        if (height) pulls_[side].emplace_back(v, *height);
-    }
+    struct Key {
+        double mean;
+        Item item;
+    };
 
-    std::vector<std::pair<Vertex, double>> pulls_[2];
-};
-
-// Orders the levels next to the borders by what pulls at them from both sides.
-class BorderSorter {
-public:
-    BorderSorter(StableRun& run, const BorderPulls& pulls) : run_(run), pulls_(pulls) {}
-
-    void Sort(std::vector<Vertex>& level, Order side) {
+    void sort(int k, Order side, bool with_pulls) {
+        // Nothing else lies beyond the levels at the ends.
+        const bool is_pulled = order_.is_pulled(k, side);
+        if (k == (side == ORDER_IN ? 1 : order_.last()) && !(with_pulls && is_pulled)) return;
+        const auto level = order_.level(k);
         keys_.clear();
-        const auto size = static_cast<double>(level.size());
-        for (const Vertex v : level) {
-            double sum = 0.0;
-            int count = 0;
-            for (const auto& link : run_.links(side, v)) {
-                sum += at(run_.y, link.node);
-                ++count;
-            }
-            pulls_.ForEach(side, v, [&](double height) {
-                sum += height * size;
-                ++count;
-            });
-            keys_.emplace_back(count > 0 ? sum / count : at(run_.y, v), v);
+        bool sorted = true;
+        for (const Item item : level) {
+            const double mean =
+                is_pulled ? mean_pull(item, side, level.size()) : mean_of(item, side);
+            sorted = sorted && (keys_.empty() || keys_.back().mean <= mean);
+            keys_.push_back({mean, item});
         }
-        std::stable_sort(keys_.begin(), keys_.end(),
-                         [](const auto& a, const auto& b) { return a.first < b.first; });
-        for (std::size_t i = 0; i < level.size(); ++i) {
-            level[i] = keys_[i].second;
-            at(run_.y, level[i]) = static_cast<double>(i);
+        if (!sorted) {
+            sort_keys();
+            for (std::size_t i = 0; i < level.size(); ++i) level[i] = sorted_[i].item;
+        }
+        order_.Number(k);
+    }
+
+    [[nodiscard]] double mean_of(Item item, Order side) const {
+        const auto links = order_.links(side, item);
+        if (links.empty()) return order_.place(item);
+        if (links.size() == 1) return order_.place(links[0]);
+        std::int64_t sum = 0;
+        for (const Item far : links) sum += order_.place(far);
+        return static_cast<double>(sum) / static_cast<double>(links.size());
+    }
+
+    [[nodiscard]] double mean_pull(Item item, Order side, std::size_t size) const {
+        double sum = 0.0;
+        int count = 0;
+        order_.ForEachPull(side, item, [&](double height) {
+            sum += height * static_cast<double>(size);
+            ++count;
+        });
+        return count > 0 ? sum / count : order_.place(item);
+    }
+
+    // Keys are places or means of places, so their whole parts are small numbers, and few keys
+    // share one. By these they are sorted in one go.
+    void sort_keys() {
+        const auto whole = [](const Key& key) { return static_cast<std::size_t>(key.mean); };
+        std::size_t highest = 0;
+        for (const Key& key : keys_) highest = std::max(highest, whole(key));
+        ends_.assign(highest + 2, 0);
+        for (const Key& key : keys_) ++ends_[whole(key) + 1];
+        for (std::size_t i = 1; i < ends_.size(); ++i) ends_[i] += ends_[i - 1];
+        sorted_.resize(keys_.size());
+        for (const Key& key : keys_) sorted_[ends_[whole(key)]++] = key;
+        std::size_t first = 0;
+        for (std::size_t i = 0; i <= highest; ++i) {
+            sort_few(sorted_.data() + first, sorted_.data() + ends_[i]);
+            first = ends_[i];
         }
     }
 
-private:
-    StableRun& run_;
-    const BorderPulls& pulls_;
-    std::vector<std::pair<double, Vertex>> keys_;
+    static void sort_few(Key* first, Key* last) {
+        const auto before = [](const Key& a, const Key& b) { return a.mean < b.mean; };
+        constexpr std::ptrdiff_t kFew = 16;
+        if (last - first > kFew) {
+            if (!std::is_sorted(first, last, before)) std::stable_sort(first, last, before);
+            return;
+        }
+        for (Key* next = first; next != last; ++next) {
+            const Key key = *next;
+            Key* place = next;
+            for (; place != first && before(key, place[-1]); --place) *place = place[-1];
+            *place = key;
+        }
+    }
+
+    LevelOrder& order_;
+    std::vector<Key> keys_;
+    std::vector<Key> sorted_;
+    std::vector<std::size_t> ends_;
 };
 
-// Counts crossings between neighbouring levels, and with what pulls at the borders. The y of a
-// vertex is its place in its level.
+// Counts crossings between neighbouring levels, and with what pulls at the borders.
 class CrossingCounter {
 public:
-    CrossingCounter(const StableRun& run, const BorderPulls& pulls) : run_(run), pulls_(pulls) {}
+    explicit CrossingCounter(LevelOrder& order) : order_(order) {}
 
-    [[nodiscard]] Crossings Count() {
+    // Ends at any number from `enough` on.
+    [[nodiscard]] Crossings Count(Crossings enough) {
         Crossings sum = 0;
-        const int n = static_cast<int>(run_.levels.size());
-        for (int k = 1; k <= n - 3; ++k) sum += count_between(at(run_.levels, k), k + 1);
-        if (pulls_.IsEmpty()) return sum;
-        return sum + count_at_border(at(run_.levels, 1), ORDER_IN) +
-               count_at_border(at(run_.levels, n - 2), ORDER_OUT);
+        const int last = order_.last();
+        for (int k = 1; k < last && sum < enough; ++k) sum += count_between(k);
+        if (order_.is_pulled(1, ORDER_IN)) sum += count_at_border(1, ORDER_IN);
+        if (order_.is_pulled(last, ORDER_OUT)) sum += count_at_border(last, ORDER_OUT);
+        return sum;
     }
 
 private:
     // The pairs of edges across a border that come to lie the other way round on the level.
-    [[nodiscard]] Crossings count_at_border(const std::vector<Vertex>& level, Order side) {
+    [[nodiscard]] Crossings count_at_border(int k, Order side) {
         heights_.clear();
-        for (const Vertex v : level) {
-            pulls_.ForEach(side, v, [&](double height) { heights_.push_back(height); });
+        for (const Item item : order_.level(k)) {
+            order_.ForEachPull(side, item, [&](double height) { heights_.push_back(height); });
         }
         ranks_ = heights_;
         std::sort(ranks_.begin(), ranks_.end());
         sums_.assign(ranks_.size() + 1, 0);
         Crossings crossings = 0;
-        Crossings seen = 0;
+        std::int32_t seen = 0;
         for (const double height : heights_) {
             const auto rank = static_cast<std::size_t>(
                 std::lower_bound(ranks_.begin(), ranks_.end(), height) - ranks_.begin());
@@ -120,27 +147,29 @@ private:
         return crossings;
     }
 
-    // Inversions, by a tree of sums over the places of the right level.
-    [[nodiscard]] Crossings count_between(const std::vector<Vertex>& left, int right_level) {
-        const std::size_t size = at(run_.levels, right_level).size();
-        sums_.assign(size + 1, 0);
+    // Inversions, by a tree of sums over the places of the level behind.
+    [[nodiscard]] Crossings count_between(int k) {
+        sums_.assign(order_.level(k + 1).size() + 1, 0);
         Crossings crossings = 0;
-        Crossings seen = 0;
-        for (const Vertex v : left) {
-            places_.clear();
-            for (const auto& link : run_.links(ORDER_OUT, v)) {
-                places_.push_back(static_cast<std::size_t>(at(run_.y, link.node)));
+        std::int32_t seen = 0;
+        int lowest = -1;
+        for (const Item item : order_.level(k)) {
+            const auto links = order_.links_in_order(ORDER_OUT, item);
+            if (links.empty()) continue;
+            for (const Item far : links) {
+                const int place = order_.place(far);
+                if (place >= lowest) break;  // it leads below all that was seen
+                crossings += seen - sum_up_to(static_cast<std::size_t>(place));
             }
-            if (places_.size() > 1) std::sort(places_.begin(), places_.end());
-            for (const std::size_t place : places_) crossings += seen - sum_up_to(place);
-            for (const std::size_t place : places_) add(place);
-            seen += static_cast<Crossings>(places_.size());
+            for (const Item far : links) add(static_cast<std::size_t>(order_.place(far)));
+            seen += static_cast<std::int32_t>(links.size());
+            lowest = std::max(lowest, order_.place(links[links.size() - 1]));
         }
         return crossings;
     }
 
-    [[nodiscard]] Crossings sum_up_to(std::size_t place) const {
-        Crossings sum = 0;
+    [[nodiscard]] std::int32_t sum_up_to(std::size_t place) const {
+        std::int32_t sum = 0;
         for (std::size_t i = place + 1; i > 0; i &= i - 1) sum += sums_[i];
         return sum;
     }
@@ -148,10 +177,8 @@ private:
         for (std::size_t i = place + 1; i < sums_.size(); i += i & (~i + 1)) ++sums_[i];
     }
 
-    const StableRun& run_;
-    const BorderPulls& pulls_;
-    std::vector<Crossings> sums_;
-    std::vector<std::size_t> places_;
+    LevelOrder& order_;
+    std::vector<std::int32_t> sums_;
     std::vector<double> heights_;
     std::vector<double> ranks_;
 };
@@ -159,64 +186,78 @@ private:
 // Swaps neighbours of a level where that takes crossings away.
 class NeighbourSwapper {
 public:
-    NeighbourSwapper(StableRun& run, const BorderPulls& pulls) : run_(run), pulls_(pulls) {}
+    explicit NeighbourSwapper(LevelOrder& order) : order_(order) {}
 
-    // One pass over all levels; whether it has swapped anything.
-    bool Run() {
-        bool changed = false;
-        const int n = static_cast<int>(run_.levels.size());
-        for (int k = 1; k <= n - 2; ++k) changed = pass(run_.level_at(k)) || changed;
-        return changed;
+    // One pass over all levels.
+    void Run() {
+        for (int k = 1; k <= order_.last(); ++k) pass(k);
     }
 
 private:
-    bool pass(std::vector<Vertex>& level) {
-        bool changed = false;
-        for (std::size_t i = 0; i + 1 < level.size(); ++i) {
-            Vertex& upper = level[i];
-            Vertex& lower = level[i + 1];
-            if (gain(upper, lower) <= 0) continue;
-            std::swap(upper, lower);
-            std::swap(at(run_.y, upper), at(run_.y, lower));
-            changed = true;
+    // How far the neighbours of an item on either side reach along their levels. One that has none
+    // is in nobody's way.
+    struct Reach {
+        int top[2] = {std::numeric_limits<int>::max(), std::numeric_limits<int>::max()};
+        int bottom[2] = {-1, -1};
+
+        [[nodiscard]] bool Meets(const Reach& below) const {
+            return bottom[0] > below.top[0] || bottom[1] > below.top[1];
         }
-        return changed;
+    };
+
+    void pass(int k) {
+        const auto level = order_.level(k);
+        const bool is_pulled = order_.is_pulled(k, ORDER_IN) || order_.is_pulled(k, ORDER_OUT);
+        reaches_.clear();
+        for (const Item item : level) reaches_.push_back(reach_of(item));
+        for (std::size_t i = 0; i + 1 < level.size(); ++i) {
+            // Edges that do not cross gain nothing.
+            if (!is_pulled && !reaches_[i].Meets(reaches_[i + 1])) continue;
+            if (gain(k, level[i], level[i + 1]) <= 0) continue;
+            std::swap(level[i], level[i + 1]);
+            std::swap(reaches_[i], reaches_[i + 1]);
+            order_.SetPlace(level[i], i);
+            order_.SetPlace(level[i + 1], i + 1);
+        }
+    }
+
+    [[nodiscard]] Reach reach_of(Item item) {
+        Reach reach;
+        for (const Order side : {ORDER_IN, ORDER_OUT}) {
+            for (const Item far : order_.links(side, item)) {
+                const int place = order_.place(far);
+                reach.top[side] = std::min(reach.top[side], place);
+                reach.bottom[side] = std::max(reach.bottom[side], place);
+            }
+        }
+        return reach;
     }
 
     // The crossings between the edges of two neighbours, less those after a swap.
-    [[nodiscard]] Crossings gain(Vertex upper, Vertex lower) {
-        const Crossings inside = gain_on(ORDER_IN, upper, lower) + gain_on(ORDER_OUT, upper, lower);
-        if (pulls_.IsEmpty()) return inside;
-        return inside + gain_at_border(ORDER_IN, upper, lower) +
-               gain_at_border(ORDER_OUT, upper, lower);
-    }
-
-    [[nodiscard]] Crossings gain_at_border(Order side, Vertex upper, Vertex lower) {
-        upper_.clear();
-        lower_.clear();
-        pulls_.ForEach(side, upper, [&](double height) { upper_.push_back(height); });
-        pulls_.ForEach(side, lower, [&](double height) { lower_.push_back(height); });
-        return inversions(upper_, lower_) - inversions(lower_, upper_);
-    }
-
-    [[nodiscard]] Crossings gain_on(Order side, Vertex upper, Vertex lower) {
-        const LayoutRun::Links above = run_.links(side, upper);
-        const LayoutRun::Links below = run_.links(side, lower);
-        if (above.empty() || below.empty()) return 0;
-        if (above.last - above.first == 1 && below.last - below.first == 1) {
-            const double a = at(run_.y, above.first->node);
-            const double b = at(run_.y, below.first->node);
-            return (b < a ? 1 : 0) - (a < b ? 1 : 0);
+    [[nodiscard]] Crossings gain(int k, Item upper, Item lower) {
+        Crossings sum = 0;
+        for (const Order side : {ORDER_IN, ORDER_OUT}) {
+            take_places(side, upper, upper_);
+            take_places(side, lower, lower_);
+            sum += inversions(upper_, lower_) - inversions(lower_, upper_);
+            if (!order_.is_pulled(k, side)) continue;
+            take_pulls(side, upper, upper_);
+            take_pulls(side, lower, lower_);
+            sum += inversions(upper_, lower_) - inversions(lower_, upper_);
         }
-        take_places(above, upper_);
-        take_places(below, lower_);
-        return inversions(upper_, lower_) - inversions(lower_, upper_);
+        return sum;
     }
 
-    void take_places(const LayoutRun::Links& links, std::vector<double>& places) const {
+    void take_places(Order side, Item item, std::vector<double>& places) {
         places.clear();
-        for (const auto& link : links) places.push_back(at(run_.y, link.node));
-        if (places.size() > 1) std::sort(places.begin(), places.end());
+        for (const Item far : order_.links_in_order(side, item)) {
+            places.push_back(order_.place(far));
+        }
+    }
+
+    void take_pulls(Order side, Item item, std::vector<double>& heights) const {
+        heights.clear();
+        order_.ForEachPull(side, item, [&](double height) { heights.push_back(height); });
     }
 
     // The pairs of which the first lies below the second.
@@ -231,52 +272,44 @@ private:
         return sum;
     }
 
-    StableRun& run_;
-    const BorderPulls& pulls_;
+    LevelOrder& order_;
+    std::vector<Reach> reaches_;  // by place in the level
     std::vector<double> upper_;
     std::vector<double> lower_;
 };
 
-void number_levels(StableRun& run) {
-    const int n = static_cast<int>(run.levels.size());
-    for (int k = 1; k <= n - 2; ++k) {
-        const auto& level = run.level_at(k);
-        for (std::size_t i = 0; i < level.size(); ++i) at(run.y, level[i]) = static_cast<double>(i);
+// Sweeps on while that helps, and keeps the order with the fewest crossings.
+void reduce_crossings(LevelOrder& order, MeanSorter& sorter, int sweeps) {
+    constexpr int kPatience = 2;
+    CrossingCounter counter(order);
+    NeighbourSwapper swapper(order);
+    std::vector<Item> best = order.items();
+    Crossings fewest = counter.Count(std::numeric_limits<Crossings>::max());
+    for (int i = 0, fruitless = 0; i < sweeps && fruitless < kPatience && fewest > 0; ++i) {
+        i % 2 == 0 ? sorter.SweepLeftwards(true) : sorter.SweepRightwards(true);
+        swapper.Run();
+        const Crossings crossings = counter.Count(fewest);
+        ++fruitless;
+        if (crossings >= fewest) continue;
+        fewest = crossings;
+        best = order.items();
+        fruitless = 0;
     }
+    order.SetItems(std::move(best));
+    if (fewest > 0) swapper.Run();
 }
 
 }  // namespace
 
-void reduce_crossings(StableRun& run) {
-    const int n = static_cast<int>(run.levels.size());
-    if (run.options().sweeps <= 3 || n < 3) return;
-    constexpr int kPatience = 2;
-    const BorderPulls pulls(run);
-    BorderSorter border(run, pulls);
-    CrossingCounter counter(run, pulls);
-    NeighbourSwapper swapper(run, pulls);
-    LevelTable best = run.levels;
-    Crossings fewest = counter.Count();
+void order_levels(StableRun& run) {
+    LevelOrder order(run);
+    MeanSorter sorter(order);
+    sorter.SweepRightwards(false);
+    sorter.SweepLeftwards(false);
+    sorter.SweepRightwards(false);
     const int sweeps = run.options().sweeps - 3;
-    for (int i = 0, fruitless = 0; i < sweeps && fruitless < kPatience && fewest > 0; ++i) {
-        const bool leftwards = i % 2 == 0;
-        if (!pulls.IsEmpty()) {
-            leftwards ? border.Sort(run.level_at(n - 2), ORDER_OUT)
-                      : border.Sort(run.level_at(1), ORDER_IN);
-        }
-        leftwards ? backward_barycentric_adjust(run) : forward_barycentric_adjust(run);
-        swapper.Run();
-        const Crossings crossings = counter.Count();
-        ++fruitless;
-        if (crossings >= fewest) continue;
-        fewest = crossings;
-        best = run.levels;
-        fruitless = 0;
-    }
-    run.levels = std::move(best);
-    number_levels(run);
-    for (int i = 0; i < 1 && swapper.Run(); ++i) {
-    }
+    if (sweeps > 0 && order.last() > 0) reduce_crossings(order, sorter, sweeps);
+    order.WriteTo(run);
 }
 
 }  // namespace nodeline::internal

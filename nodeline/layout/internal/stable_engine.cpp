@@ -25,8 +25,7 @@ const StablePipeline& make_steps() {
         {"determine_levels", shared<determine_levels>},
         {"lay_courses", lay_courses},
         {"drop_stale_stretches", drop_stale_stretches},
-        {"barycentric_adjust", shared<barycentric_adjust>},
-        {"reduce_crossings", reduce_crossings},
+        {"order_levels", order_levels},
         {"number_by_level", number_by_level},
         {"calculate_initial_y_coords", shared<calculate_initial_y_coords>},
         {"force_adjust", shared<force_adjust>},
@@ -44,8 +43,7 @@ const StablePipeline& order_steps() {
     static const StablePipeline steps = {
         {"determine_levels", shared<determine_levels>},
         {"lay_courses", lay_courses},
-        {"barycentric_adjust", shared<barycentric_adjust>},
-        {"reduce_crossings", reduce_crossings},
+        {"order_levels", order_levels},
     };
     return steps;
 }
@@ -57,6 +55,7 @@ const StablePipeline& update_steps() {
         {"lift_levels", lift_levels},
         {"lay_courses", lay_courses},
         {"drop_stale_stretches", drop_stale_stretches},
+        {"number_by_level", number_by_level},
         {"fit_in", fit_in},
         {"open_drawing", open_drawing},
         {"draw_routes", draw_routes},

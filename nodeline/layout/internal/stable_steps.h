@@ -12,7 +12,7 @@ void recall(StableRun& run);
 void lift_levels(StableRun& run);
 
 // Before: every node has a level of at least 1. After: everything to be seen stands in the table,
-// long edges on each level that they cross, and neighbours are linked.
+// long edges on each level that they cross.
 void lay_courses(StableRun& run);
 
 // Before: courses. After: edges have bends on their way alone, and none if they are not to be seen.
@@ -22,11 +22,11 @@ void drop_stale_stretches(StableRun& run);
 void find_anchors(const StableRun& run, Anchors& anchors);
 
 // Gives the dummy nodes the numbers of their order in the table: what stands side by side on a
-// level lies side by side in memory.
+// level lies side by side in memory. After: the links of neighbours can be read.
 void number_by_level(StableRun& run);
 
-// Before: ordered levels. After: the order with the fewest crossings that further sweeps found.
-void reduce_crossings(StableRun& run);
+// Before: courses. After: the order with the fewest crossings that sweeps found; y is the place.
+void order_levels(StableRun& run);
 
 // Before: levels that keep their spacing. After: the same order, and edges that bend less.
 void straighten(StableRun& run);

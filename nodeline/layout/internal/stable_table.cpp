@@ -207,7 +207,6 @@ void number_by_level(StableRun& run) {
 void lay_courses(StableRun& run) {
     CourseLayer(run).Run();
     restore_order(run);
-    number_by_level(run);
 }
 
 // What an edge left elsewhere, before one of its ends moved, would turn up in its route.
