@@ -67,9 +67,16 @@ const StablePipeline& update_steps() {
 class TokenOfALayout : public Countable {};
 
 // Whether anything of the owner has stood in a picture.
-bool has_picture(const OwnerMemory* memory) {
-    return memory != nullptr && std::any_of(memory->nodes.begin(), memory->nodes.end(),
-                                            [](const auto& entry) { return entry.has_place; });
+bool has_picture(const OwnerMemory& memory) {
+    return std::any_of(memory.nodes.begin(), memory.nodes.end(),
+                       [](const auto& entry) { return entry.has_place; });
+}
+
+// What is there to draw does not depend on how it was drawn.
+void forget_picture(OwnerMemory& memory) {
+    OwnerMemory fresh;
+    fresh.neighbourhood = std::move(memory.neighbourhood);
+    memory = std::move(fresh);
 }
 
 void write_nodes(const OwnerMemory& memory, const point<double>& origin) {
@@ -141,7 +148,7 @@ GraphMemory* StableEngine::memory_of(const Node& node) {
 void StableEngine::Make(const Node& node, ILayout& self) {
     GraphMemory* memory = memory_of(node);
     if (memory == nullptr) return;
-    order_outside_in(node, self);
+    order_outside_in(node, self, *memory);
     run_inside_out(node, self, *memory, Mode::kMake);
     anchors_.Clear();
     prepare_shift(node, self, *memory, node.GetPosition());
@@ -168,8 +175,9 @@ void StableEngine::Resize(const Node& node, ILayout& self) {
 
 // Contents are laid out ahead of their owners, for sizes grow from the inside out. What lies
 // outside of a box can tell the order of the edges across its border all the same, for order asks
-// for no sizes. So owners of boxes are ordered beforehand, from the outside in.
-void StableEngine::order_outside_in(const Node& top, ILayout& self) {
+// for no sizes. So owners of boxes are ordered beforehand, from the outside in. What that collects
+// of them serves their runs as well.
+void StableEngine::order_outside_in(const Node& top, ILayout& self, GraphMemory& memory) {
     if (options_.sweeps <= 3) return;
     std::vector<Node> owners{top};
     for (std::size_t i = 0; i < owners.size(); ++i) {
@@ -179,11 +187,13 @@ void StableEngine::order_outside_in(const Node& top, ILayout& self) {
             if (&layout == &self) owners.push_back(inner);
         });
         if (owners.size() == before) continue;
-        OwnerMemory nothing;
-        StableRun run(settings_, options_, owner, nothing, local_);
+        OwnerMemory& known = memory.Get(owner.GetID());
+        forget_picture(known);
+        StableRun run(settings_, options_, owner, known, local_);
         run.anchors = &anchors_;
         for (const StableStep& step : order_steps()) step.run(run);
         find_anchors(run, anchors_);
+        known.neighbourhood = run.release_neighbourhood();
     }
 }
 
@@ -223,8 +233,8 @@ void StableEngine::run_inside_out(const Node& node, ILayout& self, GraphMemory& 
 
 void StableEngine::run_owner(const Node& owner, GraphMemory& memory, bool afresh) {
     const int id = owner.GetID();
-    if (afresh || !has_picture(memory.Find(id))) memory.Forget(id);
     OwnerMemory& known = memory.Get(id);
+    if (afresh || !has_picture(known)) forget_picture(known);
     const bool is_new = known.nodes.empty();
     StableRun run(settings_, options_, owner, known, local_);
     run.anchors = &anchors_;

@@ -28,7 +28,7 @@ public:
 private:
     enum class Mode { kMake, kUpdate, kResize };
 
-    void order_outside_in(const Node& top, ILayout& self);
+    void order_outside_in(const Node& top, ILayout& self, GraphMemory& memory);
     void make_foreign_relative(const Node& top, ILayout& self);
     void run_inside_out(const Node& node, ILayout& self, GraphMemory& memory, Mode mode);
     void run_owner(const Node& owner, GraphMemory& memory, bool afresh);
