@@ -63,13 +63,11 @@ private:
     }
 
     [[nodiscard]] double mean_pull(Item item, Order side, std::size_t size) const {
+        const auto pulls = order_.pulls(side, item);
+        if (pulls.empty()) return order_.place(item);
         double sum = 0.0;
-        int count = 0;
-        order_.ForEachPull(side, item, [&](double height) {
-            sum += height * static_cast<double>(size);
-            ++count;
-        });
-        return count > 0 ? sum / count : order_.place(item);
+        for (const auto& pull : pulls) sum += pull.height * static_cast<double>(size);
+        return sum / static_cast<double>(pulls.size());
     }
 
     // Keys are places or means of places, so their whole parts are small numbers, and few keys
@@ -129,20 +127,15 @@ public:
 private:
     // The pairs of edges across a border that come to lie the other way round on the level.
     [[nodiscard]] Crossings count_at_border(int k, Order side) {
-        heights_.clear();
-        for (const Item item : order_.level(k)) {
-            order_.ForEachPull(side, item, [&](double height) { heights_.push_back(height); });
-        }
-        ranks_ = heights_;
-        std::sort(ranks_.begin(), ranks_.end());
-        sums_.assign(ranks_.size() + 1, 0);
+        sums_.assign(order_.pull_count(side) + 1, 0);
         Crossings crossings = 0;
         std::int32_t seen = 0;
-        for (const double height : heights_) {
-            const auto rank = static_cast<std::size_t>(
-                std::lower_bound(ranks_.begin(), ranks_.end(), height) - ranks_.begin());
-            crossings += seen++ - sum_up_to(rank);
-            add(rank);
+        for (const Item item : order_.level(k)) {
+            for (const auto& pull : order_.pulls(side, item)) {
+                const auto rank = static_cast<std::size_t>(pull.rank);
+                crossings += seen++ - sum_up_to(rank);
+                add(rank);
+            }
         }
         return crossings;
     }
@@ -179,8 +172,6 @@ private:
 
     LevelOrder& order_;
     std::vector<std::int32_t> sums_;
-    std::vector<double> heights_;
-    std::vector<double> ranks_;
 };
 
 // Swaps neighbours of a level where that takes crossings away.
@@ -194,26 +185,18 @@ public:
     }
 
 private:
-    // How far the neighbours of an item on either side reach along their levels. One that has none
-    // is in nobody's way.
+    // Where the edges of an item end on either side, in `ends_` from the top down: the places of
+    // its neighbours, or the ranks of what pulls at it. There is never both.
     struct Reach {
-        int top[2] = {std::numeric_limits<int>::max(), std::numeric_limits<int>::max()};
-        int bottom[2] = {-1, -1};
-
-        [[nodiscard]] bool Meets(const Reach& below) const {
-            return bottom[0] > below.top[0] || bottom[1] > below.top[1];
-        }
+        std::size_t first[2];
+        std::size_t last[2];
     };
 
     void pass(int k) {
         const auto level = order_.level(k);
-        const bool is_pulled = order_.is_pulled(k, ORDER_IN) || order_.is_pulled(k, ORDER_OUT);
-        reaches_.clear();
-        for (const Item item : level) reaches_.push_back(reach_of(item));
+        find_ends(k);
         for (std::size_t i = 0; i + 1 < level.size(); ++i) {
-            // Edges that do not cross gain nothing.
-            if (!is_pulled && !reaches_[i].Meets(reaches_[i + 1])) continue;
-            if (gain(k, level[i], level[i + 1]) <= 0) continue;
+            if (gain(reaches_[i], reaches_[i + 1]) <= 0) continue;
             std::swap(level[i], level[i + 1]);
             std::swap(reaches_[i], reaches_[i + 1]);
             order_.SetPlace(level[i], i);
@@ -221,61 +204,54 @@ private:
         }
     }
 
-    [[nodiscard]] Reach reach_of(Item item) {
-        Reach reach;
-        for (const Order side : {ORDER_IN, ORDER_OUT}) {
-            for (const Item far : order_.links(side, item)) {
-                const int place = order_.place(far);
-                reach.top[side] = std::min(reach.top[side], place);
-                reach.bottom[side] = std::max(reach.bottom[side], place);
+    void find_ends(int k) {
+        ends_.clear();
+        reaches_.clear();
+        for (const Item item : order_.level(k)) {
+            Reach& reach = reaches_.emplace_back();
+            for (const Order side : {ORDER_IN, ORDER_OUT}) {
+                reach.first[side] = ends_.size();
+                if (order_.is_pulled(k, side)) {
+                    for (const auto& pull : order_.pulls(side, item)) ends_.push_back(pull.rank);
+                } else {
+                    for (const Item far : order_.links_in_order(side, item)) {
+                        ends_.push_back(order_.place(far));
+                    }
+                }
+                reach.last[side] = ends_.size();
             }
         }
-        return reach;
     }
 
-    // The crossings between the edges of two neighbours, less those after a swap.
-    [[nodiscard]] Crossings gain(int k, Item upper, Item lower) {
+    // The crossings between the edges of two neighbours, less those after a swap. Edges that do not
+    // cross gain nothing, and most do not.
+    [[nodiscard]] Crossings gain(const Reach& upper, const Reach& lower) const {
+        if (!may_cross(ORDER_IN, upper, lower) && !may_cross(ORDER_OUT, upper, lower)) return 0;
+        return gain_on(ORDER_IN, upper, lower) + gain_on(ORDER_OUT, upper, lower);
+    }
+
+    [[nodiscard]] bool may_cross(Order side, const Reach& upper, const Reach& lower) const {
+        return upper.first[side] != upper.last[side] && lower.first[side] != lower.last[side] &&
+               ends_[upper.last[side] - 1] > ends_[lower.first[side]];
+    }
+
+    [[nodiscard]] Crossings gain_on(Order side, const Reach& upper, const Reach& lower) const {
+        const std::size_t last = lower.last[side];
+        std::size_t less = lower.first[side];      // the ends above that of an edge come before it,
+        std::size_t not_more = lower.first[side];  // and those at its height before this one
         Crossings sum = 0;
-        for (const Order side : {ORDER_IN, ORDER_OUT}) {
-            take_places(side, upper, upper_);
-            take_places(side, lower, lower_);
-            sum += inversions(upper_, lower_) - inversions(lower_, upper_);
-            if (!order_.is_pulled(k, side)) continue;
-            take_pulls(side, upper, upper_);
-            take_pulls(side, lower, lower_);
-            sum += inversions(upper_, lower_) - inversions(lower_, upper_);
-        }
-        return sum;
-    }
-
-    void take_places(Order side, Item item, std::vector<double>& places) {
-        places.clear();
-        for (const Item far : order_.links_in_order(side, item)) {
-            places.push_back(order_.place(far));
-        }
-    }
-
-    void take_pulls(Order side, Item item, std::vector<double>& heights) const {
-        heights.clear();
-        order_.ForEachPull(side, item, [&](double height) { heights.push_back(height); });
-    }
-
-    // The pairs of which the first lies below the second.
-    static Crossings inversions(const std::vector<double>& first,
-                                const std::vector<double>& second) {
-        Crossings sum = 0;
-        std::size_t below = 0;
-        for (const double place : first) {
-            while (below < second.size() && second[below] < place) ++below;
-            sum += static_cast<Crossings>(below);
+        for (std::size_t i = upper.first[side]; i < upper.last[side]; ++i) {
+            while (less < last && ends_[less] < ends_[i]) ++less;
+            while (not_more < last && ends_[not_more] <= ends_[i]) ++not_more;
+            sum += static_cast<Crossings>(less - lower.first[side]);
+            sum -= static_cast<Crossings>(last - not_more);
         }
         return sum;
     }
 
     LevelOrder& order_;
     std::vector<Reach> reaches_;  // by place in the level
-    std::vector<double> upper_;
-    std::vector<double> lower_;
+    std::vector<std::int32_t> ends_;
 };
 
 // Sweeps on while that helps, and keeps the order with the fewest crossings.
@@ -303,6 +279,13 @@ void reduce_crossings(LevelOrder& order, MeanSorter& sorter, int sweeps) {
 
 void order_levels(StableRun& run) {
     LevelOrder order(run);
+    std::vector<Item>& known = run.memory().order;
+    if (!known.empty() && order.Fits(known)) {
+        order.SetItems(std::move(known));
+        order.WriteTo(run);
+        return;
+    }
+    order.Connect(run);
     MeanSorter sorter(order);
     sorter.SweepRightwards(false);
     sorter.SweepLeftwards(false);
@@ -310,6 +293,7 @@ void order_levels(StableRun& run) {
     const int sweeps = run.options().sweeps - 3;
     if (sweeps > 0 && order.last() > 0) reduce_crossings(order, sorter, sweeps);
     order.WriteTo(run);
+    known = order.items();
 }
 
 }  // namespace nodeline::internal

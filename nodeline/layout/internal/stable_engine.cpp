@@ -72,10 +72,11 @@ bool has_picture(const OwnerMemory& memory) {
                        [](const auto& entry) { return entry.has_place; });
 }
 
-// What is there to draw does not depend on how it was drawn.
+// What is there to draw does not depend on how it was drawn, nor does what is found ahead of a run.
 void forget_picture(OwnerMemory& memory) {
     OwnerMemory fresh;
     fresh.neighbourhood = std::move(memory.neighbourhood);
+    fresh.order = std::move(memory.order);
     memory = std::move(fresh);
 }
 
@@ -176,7 +177,7 @@ void StableEngine::Resize(const Node& node, ILayout& self) {
 // Contents are laid out ahead of their owners, for sizes grow from the inside out. What lies
 // outside of a box can tell the order of the edges across its border all the same, for order asks
 // for no sizes. So owners of boxes are ordered beforehand, from the outside in. What that collects
-// of them serves their runs as well.
+// and finds serves their runs as well.
 void StableEngine::order_outside_in(const Node& top, ILayout& self, GraphMemory& memory) {
     if (options_.sweeps <= 3) return;
     std::vector<Node> owners{top};
@@ -186,8 +187,9 @@ void StableEngine::order_outside_in(const Node& top, ILayout& self, GraphMemory&
         for_each_inner_owner(owner, [&](const Node& inner, const ILayout& layout) {
             if (&layout == &self) owners.push_back(inner);
         });
-        if (owners.size() == before) continue;
         OwnerMemory& known = memory.Get(owner.GetID());
+        known.order.clear();
+        if (owners.size() == before) continue;
         forget_picture(known);
         StableRun run(settings_, options_, owner, known, local_);
         run.anchors = &anchors_;

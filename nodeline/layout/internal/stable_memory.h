@@ -51,6 +51,9 @@ struct OwnerMemory {
     size<double> extent{0.0, 0.0};
     // The nodes and edges of that run, for the next one to see whether they are still the same.
     OwnerEdges neighbourhood;
+    // The order of the levels that a make has found ahead of the run, as `LevelOrder` gives it;
+    // empty if it has not.
+    std::vector<std::int32_t> order;
     // Of all that the last run started from; see `StableRun::Fingerprint`.
     std::uint64_t fingerprint = 0;
 };

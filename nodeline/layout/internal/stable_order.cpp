@@ -1,22 +1,27 @@
 #include <nodeline/layout/internal/stable_order.h>
 
+#include <algorithm>
+
 namespace nodeline::internal {
 
 LevelOrder::LevelOrder(const StableRun& run) {
     const std::size_t last = std::max<std::size_t>(run.levels.size(), 2) - 2;
     starts_.assign(last + 2, 0);
-    std::vector<Item> item_of(run.y.size(), -1);
     for (std::size_t k = 1; k <= last; ++k) {
-        for (const Vertex v : run.levels[k]) {
-            at(item_of, v) = static_cast<Item>(vertices_.size());
-            vertices_.push_back(v);
-        }
+        vertices_.insert(vertices_.end(), run.levels[k].begin(), run.levels[k].end());
         starts_[k + 1] = static_cast<std::int32_t>(vertices_.size());
     }
     items_.resize(vertices_.size());
     for (std::size_t i = 0; i < items_.size(); ++i) items_[i] = static_cast<Item>(i);
     places_.assign(items_.size(), 0);
     if (last > 0) Number(1);
+}
+
+void LevelOrder::Connect(const StableRun& run) {
+    std::vector<Item> item_of(run.y.size(), -1);
+    for (std::size_t i = 0; i < vertices_.size(); ++i) {
+        at(item_of, vertices_[i]) = static_cast<Item>(i);
+    }
     collect_links(run, item_of);
     collect_pulls(run, item_of);
 }
@@ -36,6 +41,17 @@ void LevelOrder::WriteTo(StableRun& run) const {
 void LevelOrder::SetItems(std::vector<Item> items) {
     items_ = std::move(items);
     for (int k = 1; k <= last(); ++k) Number(k);
+}
+
+// It was one of a table once. If every item is on its level still, all are, and each once.
+bool LevelOrder::Fits(const std::vector<Item>& items) const {
+    if (items.size() != items_.size()) return false;
+    for (int k = 1; k <= last(); ++k) {
+        for (Item i = at(starts_, k); i < at(starts_, k + 1); ++i) {
+            if (at(items, i) < at(starts_, k) || at(items, i) >= at(starts_, k + 1)) return false;
+        }
+    }
+    return true;
 }
 
 LevelOrder::Range<LevelOrder::Item> LevelOrder::links_in_order(Order side, Item item) {
@@ -74,9 +90,10 @@ void LevelOrder::collect_links(const StableRun& run, const std::vector<Item>& it
 
 void LevelOrder::collect_pulls(const StableRun& run, const std::vector<Item>& item_of) {
     if (run.anchors == nullptr || run.anchors->IsEmpty()) return;
+    std::vector<std::pair<Item, double>> found[2];
     const auto add = [&](EdgeIndex e, Order side, Vertex v) {
         const auto height = run.anchors->Find(run.owner_id(), run.edge_id(e), side);
-        if (height) pulls_[side].emplace_back(at(item_of, v), *height);
+        if (height) found[side].emplace_back(at(item_of, v), *height);
     };
     for (EdgeIndex e = 0; e < run.edge_count(); ++e) {
         const Course& course = at(run.courses, e);
@@ -87,7 +104,26 @@ void LevelOrder::collect_pulls(const StableRun& run, const std::vector<Item>& it
             add(e, ORDER_OUT, is_long ? run.vertex_on(e, last()) : course.from);
         }
     }
-    for (auto& side : pulls_) std::sort(side.begin(), side.end());
+    for (const Order side : {ORDER_IN, ORDER_OUT}) rank_pulls(side, found[side]);
+}
+
+void LevelOrder::rank_pulls(Order side, std::vector<std::pair<Item, double>>& found) {
+    if (found.empty()) return;
+    std::sort(found.begin(), found.end());
+    std::vector<double> heights;
+    heights.reserve(found.size());
+    for (const auto& [item, height] : found) heights.push_back(height);
+    std::sort(heights.begin(), heights.end());
+    const int k = border_level(side);
+    pull_starts_[side].assign(level(k).size() + 1, 0);
+    for (const auto& [item, height] : found) {
+        const auto rank = std::lower_bound(heights.begin(), heights.end(), height);
+        pulls_[side].push_back({height, static_cast<std::int32_t>(rank - heights.begin())});
+        ++at(pull_starts_[side], item - at(starts_, k) + 1);
+    }
+    for (std::size_t i = 1; i < pull_starts_[side].size(); ++i) {
+        pull_starts_[side][i] += pull_starts_[side][i - 1];
+    }
 }
 
 }  // namespace nodeline::internal

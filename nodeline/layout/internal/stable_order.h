@@ -3,7 +3,6 @@
 
 #include <nodeline/layout/internal/stable_run.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -30,6 +29,8 @@ public:
     };
 
     explicit LevelOrder(const StableRun& run);
+    // Makes links and pulls readable.
+    void Connect(const StableRun& run);
     // Gives the run the order, and each vertex its place as its y.
     void WriteTo(StableRun& run) const;
 
@@ -40,8 +41,10 @@ public:
         return {items_.data() + at(starts_, k), items_.data() + at(starts_, k + 1)};
     }
     [[nodiscard]] const std::vector<Item>& items() const { return items_; }
-    // Takes an order that `items` gave.
+    // Takes an order that `items` gave, and numbers the places anew.
     void SetItems(std::vector<Item> items);
+    // Whether this can be such an order.
+    [[nodiscard]] bool Fits(const std::vector<Item>& items) const;
 
     // The place of an item on its level. At first all but those of the first level are 0.
     [[nodiscard]] int place(Item item) const { return at(places_, item); }
@@ -57,22 +60,29 @@ public:
     // The same, from the top down.
     [[nodiscard]] Range<Item> links_in_order(Order side, Item item);
 
-    // Whether anything pulls at the edges of a level that cross the border on one side: what is
-    // next to the border on the left comes in there, what is next to it on the right goes out.
+    // What pulls at an edge that crosses the border: what is next to the border on the left comes
+    // in on the first level, what is next to it on the right goes out on the last one.
+    struct Pull {
+        double height;
+        std::int32_t rank;  // among the heights of that side
+    };
     [[nodiscard]] bool is_pulled(int k, Order side) const {
-        return !pulls_[side].empty() && k == (side == ORDER_IN ? 1 : last());
+        return !pulls_[side].empty() && k == border_level(side);
     }
-    // Calls `f(height)` for the edges of an item across a border, from the top down.
-    template <class F>
-    void ForEachPull(Order side, Item item, F f) const {
-        const auto& pulls = pulls_[side];
-        auto it = std::lower_bound(pulls.begin(), pulls.end(), std::pair(item, -1.0));
-        for (; it != pulls.end() && it->first == item; ++it) f(it->second);
+    // Those of an item on a level that is pulled, from the top down.
+    [[nodiscard]] Range<const Pull> pulls(Order side, Item item) const {
+        const std::vector<std::int32_t>& starts = pull_starts_[side];
+        const Item first = at(starts_, border_level(side));
+        const Pull* const base = pulls_[side].data();
+        return {base + at(starts, item - first), base + at(starts, item - first + 1)};
     }
+    [[nodiscard]] std::size_t pull_count(Order side) const { return pulls_[side].size(); }
 
 private:
+    [[nodiscard]] int border_level(Order side) const { return side == ORDER_IN ? 1 : last(); }
     void collect_links(const StableRun& run, const std::vector<Item>& item_of);
     void collect_pulls(const StableRun& run, const std::vector<Item>& item_of);
+    void rank_pulls(Order side, std::vector<std::pair<Item, double>>& found);
 
     // Where a level begins among the items, by level; and the end of the last one.
     std::vector<std::int32_t> starts_;
@@ -81,7 +91,8 @@ private:
     std::vector<std::int32_t> places_;  // by item
     std::vector<std::int32_t> link_starts_[2];
     std::vector<Item> links_[2];
-    std::vector<std::pair<Item, double>> pulls_[2];
+    std::vector<std::int32_t> pull_starts_[2];  // by item of the level at that border
+    std::vector<Pull> pulls_[2];
 };
 
 }  // namespace nodeline::internal
