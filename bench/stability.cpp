@@ -2,13 +2,15 @@
 //
 //   bench-stability examples/graphs > states.jsonl
 //   bench-stability examples/graphs "nested 100"       only the graph of that name
-//   bench-stability examples/graphs "nested 100" 20    with 20 changes of each kind, not 2
+//   bench-stability examples/graphs "nested 100" 20    with 20 changes of each kind, not 4
 //
 // A line tells the set, the graph, the number of the state (0 before the first change), the kind of
 // the change that led to it, and what is visible: for each node its number, its owner (-1 for the
 // root) and the size of its caption's box, and for each edge its ends. "pictures" has the boxes of
-// these nodes (left, top, width, height), in the same order, for each keeper of the picture.
+// these nodes (left, top, width, height), in the same order, for each keeper of the picture; "ms"
+// has the processor time that each took over the change and its picture.
 #include <bench/stability_changes.h>
+#include <bench/stopwatch.h>
 #include <paintcore/number_text.h>
 
 #include <charconv>
@@ -22,7 +24,20 @@ namespace nodeline::bench {
 
 namespace {
 
-using Subjects = std::vector<std::unique_ptr<Subject>>;
+// A graph in the hands of one keeper.
+struct Sitter {
+    std::unique_ptr<Subject> subject;
+    double ms = 0.0;  // that the last change took
+
+    // Carries out what is to be timed.
+    template <class Act>
+    void Time(Act act) {
+        const Stopwatch watch;
+        act();
+        ms = 1e3 * watch.Seconds();
+    }
+};
+using Sitters = std::vector<Sitter>;
 
 // Puts a list in brackets, with what `write` makes of each entry.
 template <class Entries, class Write>
@@ -75,44 +90,56 @@ std::string boxes_of(const Subject& subject, const std::vector<int>& visible) {
     });
 }
 
+// What `write` makes of each sitter, by the name of its keeper.
+template <class Write>
+std::string by_keeper(const Sitters& sitters, Write write) {
+    std::string text = "{";
+    for (std::size_t i = 0; i < sitters.size(); ++i) {
+        if (i > 0) text += ",";
+        text += "\"" + std::string(Keepers()[i].name) + "\":" + write(sitters[i]);
+    }
+    return text + "}";
+}
+
 void write_state(const WatchedGraph& watched, int state, std::string_view change,
-                 const Subjects& subjects) {
+                 const Sitters& sitters) {
     // What is visible does not depend on who keeps the picture.
-    const std::vector<int> visible = visible_nodes(*subjects.front());
+    const Subject& first = *sitters.front().subject;
+    const std::vector<int> visible = visible_nodes(first);
     std::string line = "{\"set\":\"" + watched.set + "\",\"graph\":\"" + watched.name + "\"";
     line += ",\"state\":" + std::to_string(state) + ",\"change\":\"" + std::string(change) + "\"";
-    line += ",\"nodes\":" + nodes_of(*subjects.front(), visible);
-    line += ",\"edges\":" + edges_of(*subjects.front(), visible);
-    line += ",\"pictures\":{";
-    const char* separator = "\"";
-    for (std::size_t i = 0; i < subjects.size(); ++i) {
-        line +=
-            separator + std::string(Keepers()[i].name) + "\":" + boxes_of(*subjects[i], visible);
-        separator = ",\"";
-    }
-    std::printf("%s}}\n", line.c_str());
+    line += ",\"nodes\":" + nodes_of(first, visible);
+    line += ",\"edges\":" + edges_of(first, visible);
+    line += ",\"pictures\":" + by_keeper(sitters, [&](const Sitter& sitter) {
+                return boxes_of(*sitter.subject, visible);
+            });
+    line += ",\"ms\":" + by_keeper(sitters, [](const Sitter& sitter) {
+                return paintcore::NumberText(sitter.ms);
+            });
+    std::printf("%s}\n", line.c_str());
 }
 
 void watch(const WatchedGraph& watched, int rounds) {
-    Subjects subjects;
+    Sitters sitters;
     for (const Keeper& keeper : Keepers()) {
-        subjects.push_back(std::make_unique<Subject>(watched, keeper));
+        Sitter& sitter = sitters.emplace_back();
+        sitter.Time([&] { sitter.subject = std::make_unique<Subject>(watched, keeper); });
     }
     int state = 0;
-    write_state(watched, state++, "", subjects);
+    write_state(watched, state++, "", sitters);
     Changer changer(watched.seed);
     for (int round = 0; round < rounds; ++round) {
         for (const ChangeKind kind : changer.NextRound()) {
-            const auto change = changer.Choose(kind, *subjects.front());
+            const auto change = changer.Choose(kind, *sitters.front().subject);
             if (!change) continue;
-            for (const auto& subject : subjects) subject->Apply(*change);
-            write_state(watched, state++, NameOf(kind), subjects);
+            for (Sitter& sitter : sitters) sitter.Time([&] { sitter.subject->Apply(*change); });
+            write_state(watched, state++, NameOf(kind), sitters);
         }
     }
 }
 
 int answer(const std::vector<std::string>& words) {
-    int rounds = 2;
+    int rounds = 4;
     bool understood = !words.empty() && words.size() <= 3;
     if (words.size() == 3) {
         const char* end = words[2].data() + words[2].size();

@@ -62,6 +62,9 @@ class Change:
     unexplained: int = 0
     # Pairs of boxes of one owner that lie on one another in the new picture.
     overlaps: int = 0
+    # The time that the new pictures took.
+    sum_ms: float = 0.0
+    most_ms: float = 0.0
 
     def add(self, other):
         for field in dataclasses.fields(self):
@@ -108,10 +111,10 @@ def overlaps(picture, family):
     return found
 
 
-def compare(old, new, owners):
-    """The change from one picture to the next."""
+def compare(old, new, owners, ms):
+    """The change from one picture to the next, which took so many milliseconds."""
     kept = [number for number in old if number in new]
-    change = Change(pictures=1, nodes=len(kept))
+    change = Change(pictures=1, nodes=len(kept), sum_ms=ms, most_ms=ms)
     for number in kept:
         x, y = (abs(new[number][i] - old[number][i]) for i in (0, 1))
         change.moved += x > TOLERANCE or y > TOLERANCE
