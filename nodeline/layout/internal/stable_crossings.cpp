@@ -275,16 +275,7 @@ void reduce_crossings(LevelOrder& order, MeanSorter& sorter, int sweeps) {
     if (fewest > 0) swapper.Run();
 }
 
-}  // namespace
-
-void order_levels(StableRun& run) {
-    LevelOrder order(run);
-    std::vector<Item>& known = run.memory().order;
-    if (!known.empty() && order.Fits(known)) {
-        order.SetItems(std::move(known));
-        order.WriteTo(run);
-        return;
-    }
+void find_order(const StableRun& run, LevelOrder& order) {
     order.Connect(run);
     MeanSorter sorter(order);
     sorter.SweepRightwards(false);
@@ -292,8 +283,26 @@ void order_levels(StableRun& run) {
     sorter.SweepRightwards(false);
     const int sweeps = run.options().sweeps - 3;
     if (sweeps > 0 && order.last() > 0) reduce_crossings(order, sorter, sweeps);
+}
+
+}  // namespace
+
+void order_levels_ahead(StableRun& run) {
+    LevelOrder order(run);
+    find_order(run, order);
     order.WriteTo(run);
-    known = order.items();
+    run.memory().order = order.items();
+}
+
+void order_levels(StableRun& run) {
+    LevelOrder order(run);
+    std::vector<Item> known = std::exchange(run.memory().order, {});
+    if (!known.empty() && order.Fits(known)) {
+        order.SetItems(std::move(known));
+    } else {
+        find_order(run, order);
+    }
+    order.WriteTo(run);
 }
 
 }  // namespace nodeline::internal

@@ -43,7 +43,7 @@ const StablePipeline& order_steps() {
     static const StablePipeline steps = {
         {"determine_levels", shared<determine_levels>},
         {"lay_courses", lay_courses},
-        {"order_levels", order_levels},
+        {"order_levels_ahead", order_levels_ahead},
     };
     return steps;
 }
@@ -187,9 +187,8 @@ void StableEngine::order_outside_in(const Node& top, ILayout& self, GraphMemory&
         for_each_inner_owner(owner, [&](const Node& inner, const ILayout& layout) {
             if (&layout == &self) owners.push_back(inner);
         });
-        OwnerMemory& known = memory.Get(owner.GetID());
-        known.order.clear();
         if (owners.size() == before) continue;
+        OwnerMemory& known = memory.Get(owner.GetID());
         forget_picture(known);
         StableRun run(settings_, options_, owner, known, local_);
         run.anchors = &anchors_;

@@ -26,6 +26,8 @@ void find_anchors(const StableRun& run, Anchors& anchors);
 void number_by_level(StableRun& run);
 
 // Before: courses. After: the order with the fewest crossings that sweeps found; y is the place.
+// The run that comes next takes over what was found ahead of it, and only that one.
+void order_levels_ahead(StableRun& run);
 void order_levels(StableRun& run);
 
 // Before: levels that keep their spacing. After: the same order, and edges that bend less.
