@@ -62,8 +62,8 @@ struct DefaultGraphVis::Tables {
     graph_ptr<NodeImplSet> resize_list{new NodeImplSet};
     graph_ptr<Revision> revision{new Revision};
     std::vector<Attachment> attachments;
-    internal::HitCandidates<DefaultNodeVis> node_candidates;
-    internal::HitCandidates<DefaultEdgeVis> edge_candidates;
+    internal::NodeHits node_hits;
+    internal::EdgeHits edge_hits;
 };
 
 DefaultGraphVis::DefaultGraphVis() : tables_(std::make_unique<Tables>()) {
@@ -174,9 +174,7 @@ graph_ptr<NodeImplSet> DefaultGraphVis::test_node_hit(double x1, double y1, doub
             if (info.vis) visit(info.vis.get());
         });
     };
-    return internal::collect_hits(
-        query, tables_->node_candidates.Find(query, tables_->revision->value(), for_each,
-                                             internal::make_node_boxes));
+    return tables_->node_hits.Find(query, tables_->revision->value(), for_each);
 }
 
 graph_ptr<EdgeImplSet> DefaultGraphVis::test_edge_hit(double x1, double y1, double x2, double y2) {
@@ -186,9 +184,7 @@ graph_ptr<EdgeImplSet> DefaultGraphVis::test_edge_hit(double x1, double y1, doub
             if (info.vis) visit(info.vis.get());
         });
     };
-    return internal::collect_hits(
-        query, tables_->edge_candidates.Find(query, tables_->revision->value(), for_each,
-                                             internal::make_edge_boxes));
+    return tables_->edge_hits.Find(query, tables_->revision->value(), for_each);
 }
 
 void DefaultGraphVis::add_to_make_list(graph_ptr<INodeImpl> impl) {

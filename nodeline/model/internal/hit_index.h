@@ -14,7 +14,7 @@ struct HitBox {
     double top;
     double right;
     double bottom;
-    // What the box belongs to; several boxes may name the same item.
+    // What the box belongs to.
     std::int32_t item;
 };
 
@@ -25,8 +25,8 @@ public:
     void Build(std::vector<HitBox> boxes);
     void Clear();
 
-    // Appends the items of all boxes that a query cannot be told apart from. An item may come
-    // more than once, in no particular order.
+    // Appends the items of all boxes that a query cannot be told apart from, in no particular
+    // order.
     void Query(double x1, double y1, double x2, double y2, std::vector<std::int32_t>& items) const;
 
 private:

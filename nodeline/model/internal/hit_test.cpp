@@ -1,15 +1,12 @@
 #include <nodeline/model/internal/hit_test.h>
 
-#include <cmath>
-#include <limits>
+#include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 namespace nodeline::internal {
 
 namespace {
-
-// Bends of one box of the edge index: short enough to be tight, long enough to keep boxes few.
-constexpr int kBendsPerBox = 8;
 
 bool is_apart(const HitQuery& q, const point<double>& p, const size<double>& s) {
     return q.x1 > p.x + s.cx || p.x > q.x2 || q.y1 > p.y + s.cy || p.y > q.y2;
@@ -54,62 +51,32 @@ bool is_route_hit(const HitQuery& q, DefaultEdgeVis& vis) {
     return false;
 }
 
-// The boxes of a route: each takes over the last bend of the one before, so that every segment
-// lies in a box.
-class RouteBoxes {
-public:
-    RouteBoxes(std::int32_t item, std::vector<HitBox>& boxes) : item_(item), boxes_(boxes) {}
-
-    void Add(const point<double>& p) {
-        if (bends_ == 0) {
-            box_ = {p.x, p.y, p.x, p.y, item_};
-        } else {
-            grow(p);
-        }
-        if (++bends_ == kBendsPerBox) {
-            boxes_.push_back(box_);
-            box_ = {p.x, p.y, p.x, p.y, item_};
-            bends_ = 1;
-        }
-    }
-
-    void Finish() {
-        if (bends_ > 1) boxes_.push_back(box_);
-    }
-
-private:
-    // A bound becomes no number, and stays so, where a bend is no number.
-    static double lower(double a, double b) { return b < a || std::isnan(b) ? b : a; }
-    static double upper(double a, double b) { return b > a || std::isnan(b) ? b : a; }
-
-    void grow(const point<double>& p) {
-        box_.left = lower(box_.left, p.x);
-        box_.top = lower(box_.top, p.y);
-        box_.right = upper(box_.right, p.x);
-        box_.bottom = upper(box_.bottom, p.y);
-    }
-
-    std::int32_t item_;
-    std::vector<HitBox>& boxes_;
-    HitBox box_{};
-    int bends_ = 0;
-};
-
 }  // namespace
 
-std::vector<HitBox> make_node_boxes(const std::vector<DefaultNodeVis*>& items) {
+void NodeHits::build() {
     std::vector<HitBox> boxes;
-    boxes.reserve(items.size());
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        const point<double> p = items[i]->get_position();
-        const size<double> s = items[i]->get_size();
+    boxes.reserve(items_.size());
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+        const point<double> p = items_[i]->get_position();
+        const size<double> s = items_[i]->get_size();
         boxes.push_back({p.x, p.y, p.x + s.cx, p.y + s.cy, static_cast<std::int32_t>(i)});
     }
-    return boxes;
+    index_.Build(std::move(boxes));
 }
 
-graph_ptr<NodeImplSet> collect_hits(const HitQuery& query,
-                                    const std::vector<DefaultNodeVis*>& candidates) {
+const std::vector<DefaultNodeVis*>& NodeHits::candidates(const HitQuery& q) {
+    found_.clear();
+    index_.Query(q.x1, q.y1, q.x2, q.y2, found_);
+    std::sort(found_.begin(), found_.end());
+    candidates_.clear();
+    for (const std::int32_t i : found_) {
+        candidates_.push_back(items_[static_cast<std::size_t>(i)]);
+    }
+    return candidates_;
+}
+
+graph_ptr<NodeImplSet> NodeHits::collect(const HitQuery& query,
+                                         const std::vector<DefaultNodeVis*>& candidates) {
     graph_ptr<NodeImplSet> touching(new NodeImplSet);
     std::vector<graph_ptr<INodeImpl>> enclosing;
     for (DefaultNodeVis* vis : candidates) {
@@ -134,23 +101,56 @@ graph_ptr<NodeImplSet> collect_hits(const HitQuery& query,
     return touching;
 }
 
-std::vector<HitBox> make_edge_boxes(const std::vector<DefaultEdgeVis*>& items) {
-    std::vector<HitBox> boxes;
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        RouteBoxes route(static_cast<std::int32_t>(i), boxes);
-        for (const auto& chain : items[i]->GetRoute()) {
-            for (int k = 0; k < chain->GetCount(); ++k) route.Add(chain->GetPositionAt(k));
-        }
-        route.Finish();
+graph_ptr<EdgeImplSet> EdgeHits::walk(const HitQuery& q) const {
+    graph_ptr<EdgeImplSet> hits(new EdgeImplSet);
+    for (DefaultEdgeVis* vis : items_) {
+        if (is_route_hit(q, *vis)) hits->Add(vis->get_edge_impl());
     }
-    return boxes;
+    return hits;
 }
 
-graph_ptr<EdgeImplSet> collect_hits(const HitQuery& query,
-                                    const std::vector<DefaultEdgeVis*>& candidates) {
+void EdgeHits::build() {
+    joints_.clear();
+    std::vector<RouteSegment> segments;
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+        collect_segments(static_cast<std::int32_t>(i), segments);
+    }
+    index_.Build(std::move(segments));
+    is_found_.assign(items_.size(), false);
+}
+
+void EdgeHits::collect_segments(std::int32_t item, std::vector<RouteSegment>& segments) {
+    const point<double>* last = nullptr;
+    for (const auto& chain : items_[static_cast<std::size_t>(item)]->GetRoute()) {
+        const int count = chain->GetCount();
+        if (count == 0) continue;
+        const point<double>* const first = &chain->GetPositionAt(0);
+        if (last != nullptr) {
+            joints_.push_back({*last, *first});
+            segments.push_back({joints_.back().data(), item});
+        }
+        for (int i = 0; i + 1 < count; ++i) segments.push_back({first + i, item});
+        last = first + (count - 1);
+    }
+}
+
+graph_ptr<EdgeImplSet> EdgeHits::look_up(const HitQuery& q) {
+    candidates_.clear();
+    index_.Query(q, candidates_);
+    found_.clear();
+    for (const auto& [begin, end] : candidates_) {
+        for (const RouteSegment* s = begin; s != end; ++s) {
+            const auto item = static_cast<std::size_t>(s->item);
+            if (is_found_[item] || !is_segment_hit(q, s->ends[0], s->ends[1])) continue;
+            is_found_[item] = true;
+            found_.push_back(s->item);
+        }
+    }
+    std::sort(found_.begin(), found_.end());
     graph_ptr<EdgeImplSet> hits(new EdgeImplSet);
-    for (DefaultEdgeVis* vis : candidates) {
-        if (is_route_hit(query, *vis)) hits->Add(vis->get_edge_impl());
+    for (const std::int32_t i : found_) {
+        is_found_[static_cast<std::size_t>(i)] = false;
+        hits->Add(items_[static_cast<std::size_t>(i)]->get_edge_impl());
     }
     return hits;
 }

@@ -7,16 +7,13 @@
 
 #include <nodeline/model/break_nodes.h>
 #include <nodeline/model/internal/hit_index.h>
+#include <nodeline/model/internal/segment_index.h>
 
-#include <algorithm>
+#include <array>
+#include <deque>
 #include <vector>
 
 namespace nodeline::internal {
-
-// A query rectangle; closed, and taken as it is also where right lies left of left.
-struct HitQuery {
-    double x1, y1, x2, y2;
-};
 
 // Whether the index of a store is fresh, and when to build it.
 class IndexState {
@@ -42,52 +39,65 @@ private:
     unsigned long long revision_ = 0;
 };
 
-// Finds the records that a query may meet: all of them, or what an index tells.
-template <class Vis>
-class HitCandidates {
+// Finds the nodes that a query meets.
+class NodeHits {
 public:
-    // `for_each(visit)` calls `visit(Vis*)` for every record, by rising id; `make_boxes(items)`
-    // gives the boxes of the records, each with the place of its record. The answer keeps the order
-    // of the records, and stands until the next call.
-    template <class ForEach, class MakeBoxes>
-    const std::vector<Vis*>& Find(const HitQuery& q, unsigned long long revision, ForEach for_each,
-                                  MakeBoxes make_boxes) {
-        candidates_.clear();
+    // `for_each(visit)` calls `visit(DefaultNodeVis*)` for every record, by rising id.
+    template <class ForEach>
+    graph_ptr<NodeImplSet> Find(const HitQuery& q, unsigned long long revision, ForEach for_each) {
         const IndexState::Action action = state_.Next(revision);
-        if (action == IndexState::Action::kWalk) {
-            for_each([&](Vis* vis) { candidates_.push_back(vis); });
-            return candidates_;
-        }
-        if (action == IndexState::Action::kBuild) {
+        if (action != IndexState::Action::kUse) {
             items_.clear();
-            for_each([&](Vis* vis) { items_.push_back(vis); });
-            index_.Build(make_boxes(items_));
+            for_each([&](DefaultNodeVis* vis) { items_.push_back(vis); });
         }
-        found_.clear();
-        index_.Query(q.x1, q.y1, q.x2, q.y2, found_);
-        std::sort(found_.begin(), found_.end());
-        found_.erase(std::unique(found_.begin(), found_.end()), found_.end());
-        for (const std::int32_t i : found_) {
-            candidates_.push_back(items_[static_cast<std::size_t>(i)]);
-        }
-        return candidates_;
+        if (action == IndexState::Action::kWalk) return collect(q, items_);
+        if (action == IndexState::Action::kBuild) build();
+        return collect(q, candidates(q));
     }
 
 private:
+    [[nodiscard]] static graph_ptr<NodeImplSet> collect(
+        const HitQuery& q, const std::vector<DefaultNodeVis*>& candidates);
+    void build();
+    const std::vector<DefaultNodeVis*>& candidates(const HitQuery& q);
+
     IndexState state_;
     HitIndex index_;
-    std::vector<Vis*> items_;
-    std::vector<Vis*> candidates_;
+    std::vector<DefaultNodeVis*> items_;
+    std::vector<DefaultNodeVis*> candidates_;
     std::vector<std::int32_t> found_;
 };
 
-[[nodiscard]] std::vector<HitBox> make_node_boxes(const std::vector<DefaultNodeVis*>& items);
-[[nodiscard]] std::vector<HitBox> make_edge_boxes(const std::vector<DefaultEdgeVis*>& items);
+// Finds the edges that a query meets.
+class EdgeHits {
+public:
+    // `for_each(visit)` calls `visit(DefaultEdgeVis*)` for every record, by rising id.
+    template <class ForEach>
+    graph_ptr<EdgeImplSet> Find(const HitQuery& q, unsigned long long revision, ForEach for_each) {
+        const IndexState::Action action = state_.Next(revision);
+        if (action != IndexState::Action::kUse) {
+            items_.clear();
+            for_each([&](DefaultEdgeVis* vis) { items_.push_back(vis); });
+        }
+        if (action == IndexState::Action::kWalk) return walk(q);
+        if (action == IndexState::Action::kBuild) build();
+        return look_up(q);
+    }
 
-// The exact tests.
-[[nodiscard]] graph_ptr<NodeImplSet> collect_hits(const HitQuery& query,
-                                                  const std::vector<DefaultNodeVis*>& candidates);
-[[nodiscard]] graph_ptr<EdgeImplSet> collect_hits(const HitQuery& query,
-                                                  const std::vector<DefaultEdgeVis*>& candidates);
+private:
+    [[nodiscard]] graph_ptr<EdgeImplSet> walk(const HitQuery& q) const;
+    [[nodiscard]] graph_ptr<EdgeImplSet> look_up(const HitQuery& q);
+    void build();
+    void collect_segments(std::int32_t item, std::vector<RouteSegment>& segments);
+
+    IndexState state_;
+    SegmentIndex index_;
+    std::vector<DefaultEdgeVis*> items_;
+    // From the last bend of an owner to the first of the next; such bends do not lie in a row.
+    std::deque<std::array<point<double>, 2>> joints_;
+    std::vector<SegmentIndex::Run> candidates_;
+    std::vector<bool> is_found_;  // by item; none is, between queries
+    std::vector<std::int32_t> found_;
+};
 
 }  // namespace nodeline::internal
