@@ -40,7 +40,7 @@ def require(commands):
 def build():
     """Brings the programs up to date; quick if they are."""
     require({"cmake": "cmake", "ninja": "ninja-build", "g++": "g++"})
-    off = ("CLI", "EXAMPLES", "TESTS", "INSTALL")
+    off = ("CLI", "EXAMPLES", "TESTS", "INSTALL", "QT")
     configure = ["cmake", "--preset", "release", "-B", str(BUILD)]
     configure += ["-DNODELINE_CAIRO=AUTO"] + [f"-DNODELINE_{option}=OFF" for option in off]
     for command in (configure, ["cmake", "--build", str(BUILD)]):

@@ -26,8 +26,9 @@ PARTS = {
 REST = "the rest"
 
 
-def profile(program):
-    """The stacks of all samples taken inside of the layout, the innermost function first."""
+def profile(program, within=ENGINE):
+    """The stacks of all samples taken inside of the layout, or of functions whose names begin
+    otherwise; the innermost function first."""
     with tempfile.TemporaryDirectory() as folder:
         data = str(pathlib.Path(folder) / "perf.data")
         command = ["perf", "record", "--quiet", "-F", "999", "-e", "cpu-clock",
@@ -40,7 +41,7 @@ def profile(program):
         # A line of a stack is an address and a name; names may hold blanks.
         frames = [line.strip().split(" ", 1) for line in sample.splitlines()[1:]]
         names = [frame[1].removesuffix(" (inlined)") for frame in frames if len(frame) == 2]
-        if any(name.startswith(ENGINE) for name in names):
+        if any(name.startswith(within) for name in names):
             yield names
 
 
