@@ -37,24 +37,27 @@ public:
             {0.0, 0.0, static_cast<double>(width), static_cast<double>(height)});
     }
 
-    // Null if Cairo could not make the image.
-    [[nodiscard]] unsigned char* pixel(int x, int y) {
-        cairo_surface_flush(surface.get());
-        unsigned char* const data = cairo_image_surface_get_data(surface.get());
-        if (data == nullptr) return nullptr;
+    // Where a pixel lies, given what `GetData` answers.
+    [[nodiscard]] std::ptrdiff_t Offset(int x, int y) const {
         const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface.get());
-        return data + y * stride + x * kPixelBytes;
+        return y * stride + x * kPixelBytes;
+    }
+    // All that has been painted, as bytes; null if Cairo could not make the image.
+    [[nodiscard]] unsigned char* GetData() {
+        cairo_surface_flush(surface.get());
+        return cairo_image_surface_get_data(surface.get());
     }
 
-    [[nodiscard]] std::vector<std::uint32_t> pixels() {
+    [[nodiscard]] std::vector<std::uint32_t> GetPixels() {
         std::vector<std::uint32_t> all;
+        const unsigned char* const data = GetData();
+        if (data == nullptr) return all;
         all.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
         for (int y = 0; y < height; ++y) {
-            const unsigned char* line = pixel(0, y);
-            if (line == nullptr) return {};
-            for (int x = 0; x < width; ++x, line += kPixelBytes) {
+            const unsigned char* pixel = data + Offset(0, y);
+            for (int x = 0; x < width; ++x, pixel += kPixelBytes) {
                 std::uint32_t colour = 0;
-                std::memcpy(&colour, line, sizeof colour);
+                std::memcpy(&colour, pixel, sizeof colour);
                 all.push_back(colour & 0xffffffU);
             }
         }
@@ -73,9 +76,9 @@ ImageWindow::ImageWindow(const size<int>& extent)
 
 ImageWindow::~ImageWindow() { Close(); }
 
-std::vector<std::uint32_t> ImageWindow::GetPixels() const { return image_->pixels(); }
+std::vector<std::uint32_t> ImageWindow::GetPixels() const { return image_->GetPixels(); }
 
-std::vector<std::uint32_t> ImageWindow::GetShownPixels() { return make_shown()->pixels(); }
+std::vector<std::uint32_t> ImageWindow::GetShownPixels() { return make_shown()->GetPixels(); }
 
 std::unique_ptr<ImageWindow::Image> ImageWindow::make_shown() {
     auto shown = std::make_unique<Image>(size<int>{image_->width, image_->height});
@@ -115,13 +118,13 @@ bool ImageWindow::MovePixels(const rectangle<int>& area, int dx, int dy) {
     const int bottom = std::min({image_->height, area.bottom, area.bottom + dy});
     if (left >= right || top >= bottom) return true;
     const std::size_t bytes = static_cast<std::size_t>(right - left) * kPixelBytes;
+    unsigned char* const data = image_->GetData();
+    if (data == nullptr) return false;
     // A row must not be overwritten before it has been read.
     for (int i = 0; i < bottom - top; ++i) {
         const int y = dy > 0 ? bottom - 1 - i : top + i;
-        unsigned char* const to = image_->pixel(left, y);
-        const unsigned char* const from = image_->pixel(left - dx, y - dy);
-        if (to == nullptr || from == nullptr) return false;
-        std::memmove(to, from, bytes);
+        std::memmove(data + image_->Offset(left, y), data + image_->Offset(left - dx, y - dy),
+                     bytes);
     }
     cairo_surface_mark_dirty(image_->surface.get());
     return true;
