@@ -70,26 +70,19 @@ void DummyNodeHandler::SetZoomFactor(double factor) {
 
 void DummyEdgeHandler::Draw(Edge edge, IPainter* painter) {
     if (painter == nullptr || !IsFlagSet(edge, EdgeDrawn)) return;
-    const NodeSet route = edge.GetBreakNodes();
-    const int count = route.GetCount();
-    if (count < 2) return;
+    const std::vector<point<double>> route = edge.GetRoute();
+    if (route.size() < 2) return;
 
     paintcore::_color line = IsFlagSet(edge, EdgeMarked) ? marked_color : color;
     if (IsFlagSet(edge, EdgeHovered)) line = line.Lightened();
     painter->SetPen({line, pen_width, 1, 0, 0});
-    point<double> bend;
-    point<double> tip = route.GetItem(0).GetPosition();
-    painter->MoveTo(tip.x, tip.y);
-    for (int i = 1; i < count; ++i) {
-        bend = tip;
-        tip = route.GetItem(i).GetPosition();
-        painter->LineTo(tip.x, tip.y);
-    }
+    painter->MoveTo(route.front().x, route.front().y);
+    for (std::size_t i = 1; i < route.size(); ++i) painter->LineTo(route[i].x, route[i].y);
 
     painter->SetArrowSize(kArrowLength, kArrowWidth);
     painter->BeginPlot(paintcore::PlotArrowhead);
-    painter->Vertex(bend.x, bend.y);
-    painter->Vertex(tip.x, tip.y);
+    painter->Vertex(route[route.size() - 2].x, route[route.size() - 2].y);
+    painter->Vertex(route.back().x, route.back().y);
     painter->EndPlot();
 }
 

@@ -1,6 +1,7 @@
 #include <nodeline/model/graph.h>
 
 #include <nodeline/handlers/handlers.h>
+#include <nodeline/model/break_nodes.h>
 
 #include <cassert>
 #include <vector>
@@ -182,6 +183,22 @@ graph_ptr2<IEdgeHandler> Edge::GetHandler() const {
 NodeSet Edge::GetBreakNodes() const {
     if (!is_usable(record_) || !is_usable(store_)) return {};
     return {store_->get_edge_vis(record_)->get_break_nodes(), store_};
+}
+
+std::vector<point<double>> Edge::GetRoute() const {
+    std::vector<point<double>> route;
+    if (!is_usable(record_) || !is_usable(store_)) return route;
+    const graph_ptr<IEdgeVis> vis = store_->get_edge_vis(record_);
+    auto* const stock = dynamic_cast<DefaultEdgeVis*>(vis.get());
+    if (stock == nullptr) {
+        for (const Node& bend : GetBreakNodes()) route.push_back(bend.GetPosition());
+        return route;
+    }
+    for (const auto& chain : stock->GetRoute()) {
+        const int count = chain->GetCount();
+        for (int i = 0; i < count; ++i) route.push_back(chain->GetPositionAt(i));
+    }
+    return route;
 }
 
 NodeSet Edge::GetBreakNodesIn(Node owner) const {

@@ -24,6 +24,7 @@
 #include <nodeline/model/vis.h>
 
 #include <string>
+#include <vector>
 
 namespace paintcore {
 class IPainter;
@@ -144,6 +145,8 @@ public:
 
     // The whole route, in order from source to target; empty while the edge has none.
     [[nodiscard]] NodeSet GetBreakNodes() const;
+    // The positions of the same nodes, which need not be made for that.
+    [[nodiscard]] std::vector<point<double>> GetRoute() const;
     // The stretch of the route inside one owner.
     [[nodiscard]] NodeSet GetBreakNodesIn(Node owner) const;
     void AddBreakNodesIn(Node owner, int count);
