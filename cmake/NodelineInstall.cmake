@@ -56,6 +56,18 @@ if(NODELINE_WITH_CAIRO)
         "SVG, PDF and PNG pictures of nodeline graphs" "nodeline" "pangocairo cairo-svg cairo-pdf")
 endif()
 
+if(NODELINE_WITH_QT)
+    # Where there is the Cairo backend, the widgets write their pictures with it.
+    set(qt_uses nodeline)
+    if(NODELINE_WITH_CAIRO)
+        set(qt_uses nodeline-cairo)
+    endif()
+    nodeline_install_library(nodeline_qt qt)
+    nodeline_install_headers(backends/qt backends/qt)
+    nodeline_install_pkgconfig(nodeline-qt
+        "Qt widgets that show nodeline graphs" "${qt_uses} Qt6Widgets" "")
+endif()
+
 if(TARGET nodeline_cli)
     install(TARGETS nodeline_cli RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endif()

@@ -69,20 +69,21 @@ function(nodeline_add_sources name)
     target_sources(${name}_objects PRIVATE ${sources})
 endfunction()
 
-# Sets <result> to the sources among ARGN that can be built: those that include the Cairo backend
-# are left out where there is none.
+# Sets <result> to the sources among ARGN that can be built: those that include a backend are left
+# out where there is none.
 function(nodeline_buildable_sources result)
     set(buildable "")
     foreach(source IN LISTS ARGN)
         file(STRINGS "${source}" needs_cairo REGEX "#include <backends/cairo/" LIMIT_COUNT 1)
-        if(NODELINE_WITH_CAIRO OR NOT needs_cairo)
+        file(STRINGS "${source}" needs_qt REGEX "#include <backends/qt/" LIMIT_COUNT 1)
+        if((NODELINE_WITH_CAIRO OR NOT needs_cairo) AND (NODELINE_WITH_QT OR NOT needs_qt))
             list(APPEND buildable "${source}")
         endif()
     endforeach()
     set(${result} "${buildable}" PARENT_SCOPE)
 endfunction()
 
-# Links the static library and every backend there is to <target>, a part of a program.
+# Links the static library and every backend without widgets to <target>, a part of a program.
 function(nodeline_link_library target scope)
     target_link_libraries(${target} ${scope} nodeline_static nodeline_headless_static)
     if(NODELINE_WITH_CAIRO)

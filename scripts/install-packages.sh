@@ -8,6 +8,7 @@ set -euo pipefail
 packages=(
     g++ cmake ninja-build pkg-config
     libcairo2-dev libpango1.0-dev fonts-dejavu-core
+    qt6-base-dev
     libcli11-dev nlohmann-json3-dev
 )
 test_packages=(

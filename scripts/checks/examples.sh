@@ -7,7 +7,7 @@ build release >"$log" 2>&1
 
 run_example() {
     local program=$1 folder=$2
-    (cd "$folder" && timeout 120 "$program" >"$folder/printed" 2>&1) || {
+    (cd "$folder" && QT_QPA_PLATFORM=offscreen timeout 120 "$program" >"$folder/printed" 2>&1) || {
         echo "ended with status $?"
         cat "$folder/printed"
         return 1

@@ -56,6 +56,10 @@ compile_with_pkgconfig() {
     g++ -std=c++20 "$source" -o "$program" $flags
 }
 
+without_screen() {
+    QT_QPA_PLATFORM=offscreen "$@"
+}
+
 run_with_libraries() {
     LD_LIBRARY_PATH="$(dirname "$(find "$prefix" -name 'libnodeline.so')")" "$@"
 }
@@ -68,7 +72,7 @@ build_subproject() {
 builds_only_the_library() {
     local others
     others=$(ninja -C "$work/sub" -t targets all |
-        grep -E '(_tests|nodeline_cli|bench-|example_|cairo|header_checks).*: ')
+        grep -E '(_tests|nodeline_cli|bench-|example_|cairo|nodeline_qt|header_checks).*: ')
     printf '%s\n' "$others"
     [[ -z "$others" ]]
 }
@@ -80,13 +84,17 @@ if check "install: into a prefix that is moved" install_and_move; then
         sed -n 's/^    VERSION \(.*\)/\1/p' CMakeLists.txt)" "$prefix/bin/nodeline" --version
 
     check "install: find_package" configure_find_package
-    for target in consumer consumer_static picture picture_static all_headers; do
+    for target in consumer consumer_static picture picture_static widget widget_static \
+        all_headers; do
         check "install: find_package builds $target" cmake --build "$work/found" --target "$target"
     done
     check "install: find_package, shared" prints "$line" "$work/found/consumer"
     check "install: find_package, static" prints "$line" "$work/found/consumer_static"
     check "install: find_package, Cairo" writes_picture "$work/found/picture"
     check "install: find_package, Cairo static" writes_picture "$work/found/picture_static"
+    check "install: find_package, Qt" prints "1 node shown" without_screen "$work/found/widget"
+    check "install: find_package, Qt static" \
+        prints "1 node shown" without_screen "$work/found/widget_static"
 
     check "install: pkg-config builds" \
         compile_with_pkgconfig "$work/consumer" tests/install/consumer.cpp nodeline-headless

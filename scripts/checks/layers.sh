@@ -23,6 +23,8 @@ declare -A below=(
 library="${!below[*]}"
 below[backends/headless]=$library
 below[backends/cairo]=$library
+# Widgets write their pictures with it.
+below[backends/qt]="$library backends/cairo"
 # The sources of the model, not its headers, also know what it sets in motion: the driver runs
 # layouts, and a graph that is given no handler or layout takes the stock ones.
 sources_of_model="nodeline/ops nodeline/handlers nodeline/layout"

@@ -1,0 +1,36 @@
+// Overview widget: all of the graph of a graph widget in small, and a rectangle for what that
+// shows.
+#pragma once
+
+#include <backends/qt/graph_widget.h>
+#include <corvex/export.h>
+
+#include <memory>
+
+namespace nodeline::qt {
+
+// Dragging the rectangle moves the view of the graph widget, dragging one of its edges zooms it.
+//
+// Either widget may be destroyed first. Without a graph widget this one shows an empty graph.
+class NODELINE_API OverviewWidget : public QtWindow {
+    Q_OBJECT
+
+public:
+    // `shown` is not owned and may be null.
+    explicit OverviewWidget(GraphWidget* shown, QWidget* parent = nullptr);
+    ~OverviewWidget() override;
+
+    // Follows another graph widget; null for none.
+    void setGraphWidget(GraphWidget* shown);
+    // Null once it is gone.
+    [[nodiscard]] GraphWidget* graphWidget() const;
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+private:
+    class Link;
+
+    std::unique_ptr<Link> link_;
+};
+
+}  // namespace nodeline::qt
