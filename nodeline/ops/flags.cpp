@@ -1,3 +1,4 @@
+#include <nodeline/model/internal/attachment.h>
 #include <nodeline/model/internal/revision.h>
 #include <nodeline/ops/graph_ops.h>
 
@@ -18,14 +19,7 @@ public:
 // Null for a store that is not the library's own.
 DrawnMarks* marks_of(const Node& root) {
     static const graph_ptr<Countable> token(new DrawnMarks);
-    auto* store = dynamic_cast<DefaultGraphVis*>(root.store().get());
-    if (store == nullptr) return nullptr;
-    graph_ptr<Countable>& marks = store->attachment(token);
-    if (!marks) {
-        const graph_ptr<Countable> fresh(new DrawnMarks);
-        marks = fresh;
-    }
-    return static_cast<DrawnMarks*>(marks.get());
+    return internal::attached_to<DrawnMarks>(root.store(), token);
 }
 
 // The first sweep: marks the edges that leave a node. Records of an application's own count no

@@ -62,14 +62,17 @@ void CCentralPart::LP2DP(point<double>* p) {
     *p = {(p->x - start.x) * scale.x, (p->y - start.y) * scale.y};
 }
 
-rectangle<double> CCentralPart::GetDrawRect(IPainter* painter) {
-    const rectangle<double> pixels = CVisualElement::GetDrawRect(painter);
-    if (painter == nullptr) return pixels;
+rectangle<double> CCentralPart::to_logical(const rectangle<double>& pixels) {
     point<double> from{pixels.left, pixels.top};
     point<double> to{pixels.right, pixels.bottom};
     DP2LP(&from);
     DP2LP(&to);
     return {from.x, from.y, to.x, to.y};
+}
+
+rectangle<double> CCentralPart::GetDrawRect(IPainter* painter) {
+    const rectangle<double> pixels = CVisualElement::GetDrawRect(painter);
+    return painter != nullptr ? to_logical(pixels) : pixels;
 }
 
 rectangle<double> CCentralPart::GetDrawValidRect(IPainter* painter) {
@@ -79,12 +82,7 @@ rectangle<double> CCentralPart::GetDrawValidRect(IPainter* painter) {
     const rectangle<double> pixels{
         static_cast<double>(valid_pixels_.left), static_cast<double>(valid_pixels_.top),
         static_cast<double>(valid_pixels_.right), static_cast<double>(valid_pixels_.bottom)};
-    if (painter == nullptr) return pixels;
-    point<double> from{pixels.left, pixels.top};
-    point<double> to{pixels.right, pixels.bottom};
-    DP2LP(&from);
-    DP2LP(&to);
-    return {from.x, from.y, to.x, to.y};
+    return painter != nullptr ? to_logical(pixels) : pixels;
 }
 
 CCentralPart::View CCentralPart::present_view() const {

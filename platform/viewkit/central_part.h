@@ -49,6 +49,7 @@ private:
         friend bool operator==(const View&, const View&) = default;
     };
     [[nodiscard]] View present_view() const;
+    [[nodiscard]] rectangle<double> to_logical(const rectangle<double>& pixels);
     void move_pixels(const View& now);
 
     IScrollModel* horz_scroll_ = nullptr;

@@ -84,20 +84,28 @@ bool CControl::ButtonDown(int x, int y, int keys, MouseButton button) {
     return false;
 }
 
+template <class Handle>
+bool CControl::offer(CVisualElement* first, int x, int y, Handle handle) {
+    const Watch<CControl> life(this);
+    Watch<CVisualElement> element(first);
+    while (element) {
+        const Watch<CVisualElement> parent(element.get()->GetParent());
+        const bool is_used = handle(element.get(), to_local(element.get(), x, y));
+        // An element that is gone has used the event up.
+        if (is_used || !life || !element) return true;
+        element = parent;
+    }
+    return false;
+}
+
 bool CControl::ButtonUp(int x, int y, int keys, MouseButton button) {
     const Watch<CControl> life(this);
     pressed_ = MouseButton::None;
-    Watch<CVisualElement> element(captured_ ? captured_ : GetElementAt(x, y));
-    bool is_used = false;
-    while (element && !is_used) {
-        const Watch<CVisualElement> parent(element.get()->GetParent());
-        const point<int> at = to_local(element.get(), x, y);
-        is_used = element.get()->HandleButtonUp(at.x, at.y, keys, button);
-        if (!life) return true;
-        if (!element) is_used = true;
-        element = parent;
-    }
-    if (!captured_) enter(GetElementAt(x, y));
+    const bool is_used = offer(captured_ ? captured_ : GetElementAt(x, y), x, y,
+                               [=](CVisualElement* element, const point<int>& at) {
+                                   return element->HandleButtonUp(at.x, at.y, keys, button);
+                               });
+    if (life && !captured_) enter(GetElementAt(x, y));
     return is_used;
 }
 
@@ -106,16 +114,10 @@ bool CControl::MouseMove(int x, int y, int keys, MouseButton button) {
     if (!captured_) enter(GetElementAt(x, y));
     if (!life) return true;
     const MouseButton held = button == MouseButton::None ? pressed_ : button;
-    Watch<CVisualElement> element(captured_ ? captured_ : GetElementAt(x, y));
-    bool is_used = false;
-    while (element && !is_used) {
-        const Watch<CVisualElement> parent(element.get()->GetParent());
-        const point<int> at = to_local(element.get(), x, y);
-        is_used = element.get()->HandleMouseMove(at.x, at.y, keys, held);
-        if (!life || !element) return true;
-        element = parent;
-    }
-    return is_used;
+    return offer(captured_ ? captured_ : GetElementAt(x, y), x, y,
+                 [=](CVisualElement* element, const point<int>& at) {
+                     return element->HandleMouseMove(at.x, at.y, keys, held);
+                 });
 }
 
 bool CControl::DoubleClick(int x, int y, int keys, MouseButton button) {
@@ -135,16 +137,9 @@ bool CControl::ContextMenu(int x, int y) {
 }
 
 bool CControl::MouseWheel(int x, int y, int keys, double notches, bool horizontal) {
-    const Watch<CControl> life(this);
-    Watch<CVisualElement> element(GetElementAt(x, y));
-    while (element) {
-        const Watch<CVisualElement> parent(element.get()->GetParent());
-        const point<int> at = to_local(element.get(), x, y);
-        const bool is_used = element.get()->HandleMouseWheel(at.x, at.y, keys, notches, horizontal);
-        if (is_used || !life || !element) return true;
-        element = parent;
-    }
-    return false;
+    return offer(GetElementAt(x, y), x, y, [=](CVisualElement* element, const point<int>& at) {
+        return element->HandleMouseWheel(at.x, at.y, keys, notches, horizontal);
+    });
 }
 
 void CControl::MouseLeave() {

@@ -8,6 +8,7 @@
 #include <viewkit/element.h>
 #include <viewkit/window.h>
 
+#include <cstdint>
 #include <memory>
 
 namespace viewkit {
@@ -82,6 +83,10 @@ private:
     void forget(const CVisualElement* element);
     void request_paint(CVisualElement* element);
     void enter(CVisualElement* element);
+    // Hands an event to an element and, until one uses it up, to those that own it, each with the
+    // pixel (`x`, `y`) of the window in its own pixels.
+    template <class Handle>
+    bool offer(CVisualElement* first, int x, int y, Handle handle);
     void prepare(CVisualElement* element);
     void paint(CVisualElement* element, IPainter* painter, bool repaint);
     void draw_all(CVisualElement* element, IPainter* painter, Draw draw);

@@ -3,6 +3,7 @@
 #include <nodeline/layout/internal/owner_walk.h>
 #include <nodeline/layout/internal/stable_steps.h>
 #include <nodeline/layout/internal/steps.h>
+#include <nodeline/model/internal/attachment.h>
 #include <nodeline/ops/graph_ops.h>
 #include <nodeline/ops/internal/absolute.h>
 
@@ -136,14 +137,7 @@ StableEngine::StableEngine(const StableLayout::Options& options)
 
 // Routes ask for the library's own store as well, so there is nothing to do in any other.
 GraphMemory* StableEngine::memory_of(const Node& node) {
-    auto* store = dynamic_cast<DefaultGraphVis*>(node.store().get());
-    if (store == nullptr) return nullptr;
-    graph_ptr<Countable>& memory = store->attachment(token_);
-    if (!memory) {
-        const graph_ptr<GraphMemory> fresh(new GraphMemory);
-        memory = fresh;
-    }
-    return static_cast<GraphMemory*>(memory.get());
+    return attached_to<GraphMemory>(node.store(), token_);
 }
 
 void StableEngine::Make(const Node& node, ILayout& self) {
