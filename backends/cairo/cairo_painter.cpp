@@ -1,4 +1,5 @@
 #include <backends/cairo/cairo_painter.h>
+#include <paintcore/pixel_grid.h>
 
 #include <algorithm>
 #include <cmath>
@@ -8,6 +9,8 @@
 namespace nodeline::cairo {
 
 using paintcore::_color;
+using paintcore::CeilToPixel;
+using paintcore::FloorToPixel;
 using paintcore::pen;
 using paintcore::point;
 using paintcore::rectangle;
@@ -17,45 +20,13 @@ namespace {
 
 // Cairo holds coordinates in 24 bits before the point; what lies beyond wraps round.
 constexpr double kFarthest = 8.0e6;
-// A coordinate this close below a whole pixel stands on it.
-constexpr double kSlack = 1.0e-6;
-
-double Floor(double v) { return std::floor(v + kSlack); }
-double Ceil(double v) { return std::ceil(v - kSlack); }
+constexpr rectangle<double> kReach{-kFarthest, -kFarthest, kFarthest, kFarthest};
 
 // Moving the edges of a box that far out does not change what can be seen of it.
 double Near(double v) { return std::isnan(v) ? 0.0 : std::clamp(v, -kFarthest, kFarthest); }
 
 rectangle<double> Near(const rectangle<double>& r) {
     return {Near(r.left), Near(r.top), Near(r.right), Near(r.bottom)};
-}
-
-// Narrows the stretch from `enter` to `leave` of a segment to where `start` + t * `way` is at most
-// `end`.
-void CutStretch(double start, double way, double end, double& enter, double& leave) {
-    if (way == 0.0) {
-        if (start > end) leave = -1.0;
-    } else if (way > 0.0) {
-        leave = std::min(leave, (end - start) / way);
-    } else {
-        enter = std::max(enter, (end - start) / way);
-    }
-}
-
-// The part of a segment that Cairo can hold, if any.
-std::optional<std::pair<point<double>, point<double>>> CutSegment(const point<double>& a,
-                                                                  const point<double>& b) {
-    const point<double> way = b - a;
-    double enter = 0.0;
-    double leave = 1.0;
-    CutStretch(a.x, way.x, kFarthest, enter, leave);
-    CutStretch(-a.x, -way.x, kFarthest, enter, leave);
-    CutStretch(a.y, way.y, kFarthest, enter, leave);
-    CutStretch(-a.y, -way.y, kFarthest, enter, leave);
-    if (!(enter <= leave)) return std::nullopt;
-    const point<double> from = enter == 0.0 ? a : a + point<double>{way.x * enter, way.y * enter};
-    const point<double> to = leave == 1.0 ? b : a + point<double>{way.x * leave, way.y * leave};
-    return std::pair(from, to);
 }
 
 // Quarters of an ellipse as curves, which cannot bring the matrix of the context out of order.
@@ -98,7 +69,7 @@ void CairoPainter::StrokePolyline(const std::vector<point<double>>& points) {
     UsePen();
     std::optional<point<double>> last;
     for (std::size_t i = 1; i < points.size(); ++i) {
-        const auto segment = CutSegment(points[i - 1], points[i]);
+        const auto segment = paintcore::CutSegment(points[i - 1], points[i], kReach);
         if (!segment) continue;
         const auto& [from, to] = *segment;
         if (last != from) cairo_move_to(context_, AlignLine(from.x), AlignLine(from.y));
@@ -202,12 +173,13 @@ void CairoPainter::UsePen() {
 double CairoPainter::AlignLine(double v) const {
     if (edges_ == EdgeMode::kExact) return v;
     const bool odd = std::max(GetPen().width, 1) % 2 == 1;
-    return odd ? Floor(v) + 0.5 : std::floor(v + 0.5 + kSlack);
+    return odd ? FloorToPixel(v) + 0.5 : FloorToPixel(v + 0.5);
 }
 
 rectangle<double> CairoPainter::AlignArea(const rectangle<double>& area) const {
     if (edges_ == EdgeMode::kExact) return area;
-    return {Floor(area.left), Floor(area.top), Ceil(area.right), Ceil(area.bottom)};
+    return {FloorToPixel(area.left), FloorToPixel(area.top), CeilToPixel(area.right),
+            CeilToPixel(area.bottom)};
 }
 
 }  // namespace nodeline::cairo

@@ -1,6 +1,7 @@
 #include <backends/qt/graph_widget.h>
 #include <backends/qt/qt_painter.h>
 #include <nodeline/viewer/draw_functions.h>
+#include <paintcore/pixel_grid.h>
 
 #ifdef NODELINE_WITH_CAIRO
 #include <backends/cairo/picture.h>
@@ -26,7 +27,6 @@ namespace {
 // What a QImage can hold, and what memory can.
 constexpr double kMaxSide = 32767.0;
 constexpr double kMaxPixels = 268435456.0;
-constexpr double kSlack = 1.0e-6;
 
 // A part of a graph as a picture.
 struct Part {
@@ -37,7 +37,7 @@ struct Part {
     // In pixels; what rounding has left beyond a whole one does not count.
     [[nodiscard]] nodeline::size<double> Extent() const {
         const auto pixels = [this](double from, double to) {
-            return std::max(1.0, std::ceil((to - from) * scale - kSlack));
+            return std::max(1.0, paintcore::CeilToPixel((to - from) * scale));
         };
         return {pixels(area.left, area.right), pixels(area.top, area.bottom)};
     }

@@ -1,5 +1,6 @@
 #include <backends/qt/internal/text_metrics.h>
 #include <backends/qt/qt_painter.h>
+#include <paintcore/pixel_grid.h>
 
 #include <QColor>
 #include <QLinearGradient>
@@ -16,6 +17,8 @@
 namespace nodeline::qt {
 
 using paintcore::_color;
+using paintcore::CeilToPixel;
+using paintcore::FloorToPixel;
 using paintcore::pen;
 using paintcore::point;
 using paintcore::rectangle;
@@ -25,42 +28,11 @@ namespace {
 
 // How far beyond the surface coordinates are kept: Qt's rasteriser holds them in 16 bits.
 constexpr double kMargin = 4096.0;
-// A coordinate this close below a whole pixel stands on it.
-constexpr double kSlack = 1.0e-6;
 
 QColor ToColor(const _color& c) { return {c.red, c.green, c.blue, c.alpha}; }
 
 QRectF ToRect(const rectangle<double>& r) {
     return {r.left, r.top, r.right - r.left, r.bottom - r.top};
-}
-
-// Narrows the stretch from `enter` to `leave` of a segment to where `start` + t * `way` is at most
-// `end`.
-void CutStretch(double start, double way, double end, double& enter, double& leave) {
-    if (way == 0.0) {
-        if (start > end) leave = -1.0;
-    } else if (way > 0.0) {
-        leave = std::min(leave, (end - start) / way);
-    } else {
-        enter = std::max(enter, (end - start) / way);
-    }
-}
-
-// The part of a segment that lies in `reach`, if any.
-std::optional<std::pair<point<double>, point<double>>> CutSegment(const point<double>& a,
-                                                                  const point<double>& b,
-                                                                  const rectangle<double>& reach) {
-    const point<double> way = b - a;
-    double enter = 0.0;
-    double leave = 1.0;
-    CutStretch(a.x, way.x, reach.right, enter, leave);
-    CutStretch(-a.x, -way.x, -reach.left, enter, leave);
-    CutStretch(a.y, way.y, reach.bottom, enter, leave);
-    CutStretch(-a.y, -way.y, -reach.top, enter, leave);
-    if (!(enter <= leave)) return std::nullopt;
-    const point<double> from = enter == 0.0 ? a : a + point<double>{way.x * enter, way.y * enter};
-    const point<double> to = leave == 1.0 ? b : a + point<double>{way.x * leave, way.y * leave};
-    return std::pair(from, to);
 }
 
 }  // namespace
@@ -105,7 +77,7 @@ void QtPainter::StrokePolyline(const std::vector<point<double>>& points) {
     QPainterPath path;
     std::optional<point<double>> last;
     for (std::size_t i = 1; i < points.size(); ++i) {
-        const auto segment = CutSegment(points[i - 1], points[i], reach_);
+        const auto segment = paintcore::CutSegment(points[i - 1], points[i], reach_);
         if (!segment) continue;
         const auto& [from, to] = *segment;
         if (last != from) path.moveTo(align_line(from.x), align_line(from.y));
@@ -221,12 +193,12 @@ int QtPainter::pen_dots() const {
 double QtPainter::align_line(double v) const {
     const double dots = v * ratio_;
     const bool odd = pen_dots() % 2 == 1;
-    return (odd ? std::floor(dots + kSlack) + 0.5 : std::floor(dots + 0.5 + kSlack)) / ratio_;
+    return (odd ? FloorToPixel(dots) + 0.5 : FloorToPixel(dots + 0.5)) / ratio_;
 }
 
 rectangle<double> QtPainter::align_area(const rectangle<double>& area) const {
-    const auto floor = [this](double v) { return std::floor(v * ratio_ + kSlack) / ratio_; };
-    const auto ceil = [this](double v) { return std::ceil(v * ratio_ - kSlack) / ratio_; };
+    const auto floor = [this](double v) { return FloorToPixel(v * ratio_) / ratio_; };
+    const auto ceil = [this](double v) { return CeilToPixel(v * ratio_) / ratio_; };
     return {floor(area.left), floor(area.top), ceil(area.right), ceil(area.bottom)};
 }
 
