@@ -60,6 +60,11 @@ bool HeadlessWindow::MovePixels(const paintcore::rectangle<int>& /*area*/, int /
     return !has_target_;
 }
 
+// What was measured since the last paint is no part of the next.
+void HeadlessWindow::PaintBegins() {
+    if (listener_) painter_.TakeLines();
+}
+
 void HeadlessWindow::Painted() {
     ++paint_count_;
     if (listener_) listener_(painter_.TakeLines());

@@ -50,6 +50,7 @@ public:
     bool MovePixels(const paintcore::rectangle<int>& area, int dx, int dy) override;
 
 protected:
+    void PaintBegins() override;
     void Painted() override;
 
 private:

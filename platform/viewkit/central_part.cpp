@@ -90,8 +90,8 @@ CCentralPart::View CCentralPart::present_view() const {
     return {GetViewStart(), GetViewScale(), {r.right, r.bottom}};
 }
 
-void CCentralPart::BeginDraw(bool covered) {
-    CVisualElement::BeginDraw(covered);
+void CCentralPart::BeginDraw() {
+    CVisualElement::BeginDraw();
     begun_ = present_view();
     valid_pixels_ = {};
     const bool is_kept = HasValidPixels() && painted_ && painted_->scale == begun_.scale &&
@@ -100,7 +100,7 @@ void CCentralPart::BeginDraw(bool covered) {
         painted_.reset();
     } else if (painted_->start == begun_.start) {
         valid_pixels_ = GetContentRect();
-    } else if (covered) {
+    } else if (IsCovered()) {
         // What lies on top would be moved along.
         painted_.reset();
     } else {

@@ -37,7 +37,7 @@ protected:
     [[nodiscard]] virtual point<double> GetViewScale() const;
     [[nodiscard]] virtual point<double> GetViewStart() const;
 
-    void BeginDraw(bool covered) override;
+    void BeginDraw() override;
     void EndDraw() override;
 
 private:

@@ -120,20 +120,24 @@ bool CControl::MouseMove(int x, int y, int keys, MouseButton button) {
                  });
 }
 
+template <class Handle>
+bool CControl::aim(int x, int y, Handle handle) {
+    CVisualElement* const target = GetElementAt(x, y);
+    return target != nullptr && handle(target, to_local(target, x, y));
+}
+
 bool CControl::DoubleClick(int x, int y, int keys, MouseButton button) {
     const Watch<CControl> life(this);
     if (!captured_) enter(GetElementAt(x, y));
-    CVisualElement* const target = life ? GetElementAt(x, y) : nullptr;
-    if (target == nullptr) return false;
-    const point<int> at = to_local(target, x, y);
-    return target->HandleDoubleClick(at.x, at.y, keys, button);
+    return life && aim(x, y, [=](CVisualElement* element, const point<int>& at) {
+               return element->HandleDoubleClick(at.x, at.y, keys, button);
+           });
 }
 
 bool CControl::ContextMenu(int x, int y) {
-    CVisualElement* const target = GetElementAt(x, y);
-    if (target == nullptr) return false;
-    const point<int> at = to_local(target, x, y);
-    return target->HandleContextMenu(at.x, at.y);
+    return aim(x, y, [](CVisualElement* element, const point<int>& at) {
+        return element->HandleContextMenu(at.x, at.y);
+    });
 }
 
 bool CControl::MouseWheel(int x, int y, int keys, double notches, bool horizontal) {
@@ -190,17 +194,15 @@ bool CControl::TooltipTrack(CTooltipEvent* event) {
 }
 
 bool CControl::DragOver(int x, int y) {
-    CVisualElement* const target = GetElementAt(x, y);
-    if (target == nullptr) return false;
-    const point<int> at = to_local(target, x, y);
-    return target->HandleDragOver(at.x, at.y);
+    return aim(x, y, [](CVisualElement* element, const point<int>& at) {
+        return element->HandleDragOver(at.x, at.y);
+    });
 }
 
 bool CControl::DragDrop(int x, int y) {
-    CVisualElement* const target = GetElementAt(x, y);
-    if (target == nullptr) return false;
-    const point<int> at = to_local(target, x, y);
-    return target->HandleDragDrop(at.x, at.y);
+    return aim(x, y, [](CVisualElement* element, const point<int>& at) {
+        return element->HandleDragDrop(at.x, at.y);
+    });
 }
 
 void CControl::LoseFocus() { focus(nullptr); }
@@ -209,9 +211,7 @@ void CControl::LoseCapture() {
     pressed_ = MouseButton::None;
     CVisualElement* const loser = captured_;
     captured_ = nullptr;
-    if (loser == nullptr) return;
-    window_->FollowPointer(false);
-    loser->HandleCaptureLost();
+    if (loser != nullptr) loser->HandleCaptureLost();
 }
 
 void CControl::Timer() {
@@ -226,14 +226,11 @@ void CControl::capture(CVisualElement* element) {
     if (captured_ == element) return;
     CVisualElement* const loser = captured_;
     captured_ = element;
-    if (window_ != nullptr) window_->FollowPointer(true);
     if (loser != nullptr) loser->HandleCaptureLost();
 }
 
 void CControl::release(const CVisualElement* element) {
-    if (captured_ != element) return;
-    captured_ = nullptr;
-    if (window_ != nullptr) window_->FollowPointer(false);
+    if (captured_ == element) captured_ = nullptr;
 }
 
 void CControl::focus(CVisualElement* element) {

@@ -56,6 +56,7 @@ public:
 
     // Whether anything has asked for a paint since the last one.
     [[nodiscard]] bool IsPaintPending() const { return pending_; }
+    [[nodiscard]] bool IsPainting() const { return painting_; }
     // Brings the tree up to date: opens a bracket on `painter`, has every visible element draw
     // what is not valid any more, parents before children, and closes the bracket. Pixels of the
     // painter are those of the window. False if it has not come to its end: within a paint it only
@@ -83,6 +84,9 @@ private:
     void forget(const CVisualElement* element);
     void request_paint(CVisualElement* element);
     void enter(CVisualElement* element);
+    // Hands an event to the element under a pixel of the window.
+    template <class Handle>
+    bool aim(int x, int y, Handle handle);
     // Hands an event to an element and, until one uses it up, to those that own it, each with the
     // pixel (`x`, `y`) of the window in its own pixels.
     template <class Handle>
@@ -90,7 +94,6 @@ private:
     void prepare(CVisualElement* element);
     void paint(CVisualElement* element, IPainter* painter, bool repaint);
     void draw_all(CVisualElement* element, IPainter* painter, Draw draw);
-    [[nodiscard]] bool is_covered(const CVisualElement* element) const;
     bool ask_tooltip(CTooltipEvent* event, bool (CVisualElement::*ask)(CTooltipEvent*));
 
     IWindow* window_;

@@ -98,7 +98,7 @@ void CControl::paint(CVisualElement* element, IPainter* painter, bool repaint) {
     const Watch<CControl> life(this);
     const Watch<CVisualElement> watch(element);
     if (repaint) element->valid_ = false;
-    element->BeginDraw(is_covered(element));
+    element->BeginDraw();
     const bool was_valid = element->valid_;
     draw_in_own_pixels(element, painter, [element](IPainter* p) { element->DrawContent(p); });
     if (!life || !watch) return;
@@ -111,22 +111,6 @@ void CControl::paint(CVisualElement* element, IPainter* painter, bool repaint) {
         if (holds(element, child) && child->IsVisible()) paint(child, painter, is_painted_over);
         if (!life || !watch) return;
     }
-}
-
-bool CControl::is_covered(const CVisualElement* element) const {
-    const rectangle<int> area = window_rect_of(element);
-    const auto covers = [&area](const CVisualElement* e) {
-        return e->IsVisible() && !e->IsCaptureOnly() &&
-               !is_empty(common_part(area, window_rect_of(e)));
-    };
-    const auto& own = element->GetChildren();
-    if (std::any_of(own.begin(), own.end(), covers)) return true;
-    for (const CVisualElement* e = element; e->GetParent() != nullptr; e = e->GetParent()) {
-        const auto& siblings = e->GetParent()->GetChildren();
-        const auto self = std::find(siblings.begin(), siblings.end(), e);
-        if (self != siblings.end() && std::any_of(self + 1, siblings.end(), covers)) return true;
-    }
-    return false;
 }
 
 void CControl::draw_all(CVisualElement* element, IPainter* painter, Draw draw) {

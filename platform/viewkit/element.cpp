@@ -120,6 +120,28 @@ point<int> CVisualElement::GetWindowOrigin() const {
     return origin;
 }
 
+bool CVisualElement::IsCovered() const {
+    const auto in_window = [](const CVisualElement* e) {
+        const point<int> origin = e->GetWindowOrigin();
+        const rectangle<int> own = e->GetContentRect();
+        return rectangle<int>{origin.x, origin.y, origin.x + own.right, origin.y + own.bottom};
+    };
+    const rectangle<int> area = in_window(this);
+    const auto covers = [&](const CVisualElement* e) {
+        if (!e->visible_ || e->capture_only_) return false;
+        const rectangle<int> r = in_window(e);
+        return std::max(r.left, area.left) < std::min(r.right, area.right) &&
+               std::max(r.top, area.top) < std::min(r.bottom, area.bottom);
+    };
+    if (std::any_of(children_.begin(), children_.end(), covers)) return true;
+    for (const CVisualElement* e = this; e->parent_ != nullptr; e = e->parent_) {
+        const std::vector<CVisualElement*>& siblings = e->parent_->children_;
+        const auto self = std::find(siblings.begin(), siblings.end(), e);
+        if (std::any_of(self + 1, siblings.end(), covers)) return true;
+    }
+    return false;
+}
+
 bool CVisualElement::IsIn(const CVisualElement* other) const {
     const CVisualElement* e = this;
     while (e != nullptr && e != other) e = e->parent_;
@@ -190,7 +212,7 @@ rectangle<double> CVisualElement::GetDrawValidRect(IPainter* painter) {
     return valid_ ? GetDrawRect(painter) : rectangle<double>{};
 }
 
-void CVisualElement::BeginDraw(bool /*covered*/) {
+void CVisualElement::BeginDraw() {
     valid_was_asked_ = false;
     invalid_since_asked_ = false;
 }

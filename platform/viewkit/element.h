@@ -96,6 +96,8 @@ public:
     [[nodiscard]] point<int> GetWindowOrigin() const;
     // Whether the element is there for capture alone, and never under the pointer.
     [[nodiscard]] bool IsCaptureOnly() const { return capture_only_; }
+    // Whether an element that is drawn later, one of its own or another, shares pixels with it.
+    [[nodiscard]] bool IsCovered() const;
     // Whether the element or one that owns it is `other`.
     [[nodiscard]] bool IsIn(const CVisualElement* other) const;
 
@@ -188,9 +190,8 @@ protected:
     // Whether all pixels were right when this paint began and nothing has been invalidated since.
     [[nodiscard]] bool HasValidPixels() const { return valid_; }
 
-    // Brackets `DrawContent` in a paint of the window. Before it, `covered` tells that an element
-    // above shares pixels with this one.
-    virtual void BeginDraw(bool covered);
+    // Bracket `DrawContent` in a paint of the window.
+    virtual void BeginDraw();
     virtual void EndDraw();
 
 private:

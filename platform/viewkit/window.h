@@ -31,8 +31,6 @@ public:
     virtual void RestoreCursor() = 0;
     // Calls `CControl::Timer` every so many milliseconds; 0 stops it.
     virtual void SetRepeatTimer(int milliseconds) = 0;
-    // The elements have taken or given back the pointer, which may be followed outside from now on.
-    virtual void FollowPointer(bool follow) = 0;
 };
 
 }  // namespace viewkit

@@ -17,8 +17,11 @@ bool WindowBase::PaintPending() {
 }
 
 void WindowBase::paint() {
+    if (!control_->IsPainting()) PaintBegins();
     if (control_->Paint(GetPainter())) Painted();
 }
+
+void WindowBase::PaintBegins() {}
 
 void WindowBase::Painted() {}
 
@@ -43,7 +46,5 @@ void WindowBase::SetCursor(Cursor cursor) {
 void WindowBase::RestoreCursor() { cursor_ = former_cursor_; }
 
 void WindowBase::SetRepeatTimer(int milliseconds) { timer_ = milliseconds; }
-
-void WindowBase::FollowPointer(bool /*follow*/) {}
 
 }  // namespace viewkit

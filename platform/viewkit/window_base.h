@@ -32,12 +32,12 @@ public:
     [[nodiscard]] Cursor GetCursor() const { return cursor_; }
     void SetRepeatTimer(int milliseconds) override;
     [[nodiscard]] int GetRepeatTimer() const { return timer_; }
-    void FollowPointer(bool follow) override;
 
     [[nodiscard]] std::weak_ptr<const void> GetLife() const { return life_.Get(); }
 
 protected:
-    // A paint has ended.
+    // A paint begins, and has come to its end.
+    virtual void PaintBegins();
     virtual void Painted();
     // Takes the elements down. For the destructor of a class that their paints or timers reach.
     void Close();

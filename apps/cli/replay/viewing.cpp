@@ -3,8 +3,6 @@
 #include <apps/cli/replay/words.h>
 #include <nodeline/viewer/overview.h>
 
-#include <algorithm>
-
 #ifdef NODELINE_WITH_CAIRO
 #include <backends/cairo/picture.h>
 #endif
@@ -20,14 +18,6 @@ namespace {
 HeadlessWindow& window_of(const std::unique_ptr<HeadlessWindow>& window, const char* name) {
     if (window == nullptr) throw ScriptFault(std::string("there is no ") + name);
     return *window;
-}
-
-// A paint is one bracket. What has been measured since the paint before is no part of it.
-std::vector<std::string> lines_of_paint(const std::vector<std::string>& lines) {
-    auto begin = std::find(lines.rbegin(), lines.rend(), "EndPaint");
-    if (begin != lines.rend()) begin = std::find(begin + 1, lines.rend(), "EndPaint");
-    const auto is_begin = [](const std::string& line) { return line.rfind("BeginPaint", 0) == 0; };
-    return {std::find_if(begin.base(), lines.end(), is_begin), lines.end()};
 }
 
 }  // namespace
@@ -68,7 +58,7 @@ std::unique_ptr<HeadlessWindow> Viewing::make_window(nodeline::size<int> extent)
     window->SetPaintListener([this](const std::vector<std::string>& lines) {
         if (!is_traced_) return;
         printed_ += "paint\n";
-        for (const std::string& line : lines_of_paint(lines)) printed_ += line + '\n';
+        for (const std::string& line : lines) printed_ += line + '\n';
         printed_ += "painted\n";
     });
     return window;
