@@ -73,7 +73,7 @@ void CContent::SetGraph(graph_ptr2<Graph> graph) {
     graph_->GetRoot().MakeLayout();
     RecalculateLayout();
     if (!watch) return;
-    left_extra_ = top_extra_ = right_extra_ = bottom_extra_ = 0.0;
+    horz_beyond_ = vert_beyond_ = {};
     SetStartX((graph_->GetRoot().GetSize().cx - view_extent().cx) * 0.5 +
               graph_->GetRoot().GetPosition().x);
     if (!watch) return;
@@ -126,23 +126,29 @@ void CContent::emit_view() {
 // ---------------------------------------------------------------------------------------------
 // The scroll models
 
-double CContent::GetHorzFrom() const { return graph_->GetRoot().GetPosition().x - left_extra_; }
+double CContent::GetHorzFrom() const {
+    return graph_->GetRoot().GetPosition().x - horz_beyond_.before;
+}
 
 double CContent::GetHorzTo() const {
     const Node root = graph_->GetRoot();
-    return root.GetPosition().x + root.GetSize().cx + right_extra_;
+    return root.GetPosition().x + root.GetSize().cx + horz_beyond_.after;
 }
 
-// Going left of the root leaves what the range had on the right behind; a start on the very edge of
-// the root keeps it.
+// Going before the root leaves what the range had behind it; a start on the very edge of the root
+// keeps it. `root` and `extent` are where the root begins and how long it is, `view` is the length
+// of the view.
+void CContent::Beyond::Follow(double start, double root, double extent, double view) {
+    const double overshoot = view - extent - root + start - after;
+    before = root > start ? root - start : 0.0;
+    if (root > start) after = 0.0;
+    if (start > root - before) after += overshoot;
+    after = std::max(0.0, after);
+}
+
 void CContent::SetHorzStart(double start) {
     const Node root = graph_->GetRoot();
-    const double x = root.GetPosition().x;
-    const double overshoot = view_extent().cx - root.GetSize().cx - x + start - right_extra_;
-    left_extra_ = x > start ? x - start : 0.0;
-    if (x > start) right_extra_ = 0.0;
-    if (start > GetHorzFrom()) right_extra_ += overshoot;
-    right_extra_ = std::max(0.0, right_extra_);
+    horz_beyond_.Follow(start, root.GetPosition().x, root.GetSize().cx, view_extent().cx);
     horz_start_ = start;
 }
 
@@ -156,21 +162,18 @@ void CContent::SetHorzMeasure(std::pair<double, int> measure) {
 
 std::pair<double, int> CContent::GetHorzMeasure() const { return {1.0 / scale_, 1}; }
 
-double CContent::GetVertFrom() const { return graph_->GetRoot().GetPosition().y - top_extra_; }
+double CContent::GetVertFrom() const {
+    return graph_->GetRoot().GetPosition().y - vert_beyond_.before;
+}
 
 double CContent::GetVertTo() const {
     const Node root = graph_->GetRoot();
-    return root.GetPosition().y + root.GetSize().cy + bottom_extra_;
+    return root.GetPosition().y + root.GetSize().cy + vert_beyond_.after;
 }
 
 void CContent::SetVertStart(double start) {
     const Node root = graph_->GetRoot();
-    const double y = root.GetPosition().y;
-    const double overshoot = view_extent().cy - root.GetSize().cy - y + start - bottom_extra_;
-    top_extra_ = y > start ? y - start : 0.0;
-    if (y > start) bottom_extra_ = 0.0;
-    if (start > GetVertFrom()) bottom_extra_ += overshoot;
-    bottom_extra_ = std::max(0.0, bottom_extra_);
+    vert_beyond_.Follow(start, root.GetPosition().y, root.GetSize().cy, view_extent().cy);
     vert_start_ = start;
 }
 

@@ -144,14 +144,23 @@ private:
     int release(int x, int y, int keys, MouseButton button);
     void restore_cursor();
     bool handle_tooltip(CTooltipEvent* event, bool track);
-    int ask_node(const Node& node, CTooltipEvent* event, bool track);
-    int ask_edge(const Edge& edge, CTooltipEvent* event, bool track);
+    // Asks the handler of a node or an edge.
+    template <class Item>
+    int ask(const Item& item, CTooltipEvent* event, bool track);
     void convert_tooltip(const CTooltipEvent& from, CGraphTooltipEvent& to) const;
     void convert_tooltip(const CGraphTooltipEvent& from, CTooltipEvent& to) const;
     void draw_requested(paintcore::IPainter* painter);
     void draw_area(paintcore::IPainter* painter, const rectangle<double>& area);
     void select_in(const point<double>& a, const point<double>& b);
     void zoom_to(const point<double>& a, const point<double>& b);
+
+    // How far the range of an axis reaches beyond the root.
+    struct Beyond {
+        double before = 0.0;
+        double after = 0.0;
+
+        void Follow(double start, double root, double extent, double view);
+    };
 
     // Slots of the rubber rectangles.
     void ShiftProcessing(DragTracker* rubber, point<double> start, point<double> cur,
@@ -160,11 +169,8 @@ private:
     void ChangeScrollModel(ZoomRect* rect, point<double> a, point<double> b);
 
     double scale_ = 1.0;
-    // How far the range reaches beyond the root.
-    double left_extra_ = 0.0;
-    double top_extra_ = 0.0;
-    double right_extra_ = 0.0;
-    double bottom_extra_ = 0.0;
+    Beyond horz_beyond_;
+    Beyond vert_beyond_;
     double horz_start_ = 0.0;
     double vert_start_ = 0.0;
     DragTracker* drag_tracker_ = nullptr;

@@ -1,6 +1,6 @@
 #include <nodeline/viewer/content.h>
 #include <nodeline/viewer/coords_keeper.h>
-#include <nodeline/viewer/internal/key_codes.h>
+#include <nodeline/viewer/internal/arrow_keys.h>
 
 namespace nodeline {
 namespace {
@@ -126,24 +126,15 @@ void CContent::HandleMouseLeave(CVisualElement* /*element*/) {
     if (watch) zoom_rect_->SetOutlineOn(true);
 }
 
-// An arrow moves the picture, not the view.
 bool CContent::HandleKeyDown(int /*keys*/, int code) {
-    switch (code) {
-        case internal::KeyLeft:
-            SetStartX(GetHorzStart() + GetHorzStepInPixels() / scale_);
-            return true;
-        case internal::KeyRight:
-            SetStartX(GetHorzStart() - GetHorzStepInPixels() / scale_);
-            return true;
-        case internal::KeyUp:
-            SetStartY(GetVertStart() + GetVertStepInPixels() / scale_);
-            return true;
-        case internal::KeyDown:
-            SetStartY(GetVertStart() - GetVertStepInPixels() / scale_);
-            return true;
-        default:
-            return false;
+    const std::optional<internal::ArrowKey> arrow = internal::ToArrowKey(code);
+    if (!arrow) return false;
+    if (arrow->is_horz) {
+        SetStartX(GetHorzStart() + arrow->sign * (GetHorzStepInPixels() / scale_));
+    } else {
+        SetStartY(GetVertStart() + arrow->sign * (GetVertStepInPixels() / scale_));
     }
+    return true;
 }
 
 bool CContent::HandleKeyUp(int /*keys*/, int /*code*/) { return false; }

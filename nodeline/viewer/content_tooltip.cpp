@@ -19,6 +19,18 @@ void CopyLook(const From& from, To& to) {
 
 }  // namespace
 
+template <class Item>
+int CContent::ask(const Item& item, CTooltipEvent* event, bool track) {
+    const Watch watch(this);
+    CGraphTooltipEvent question;
+    convert_tooltip(*event, question);
+    const auto handler = item.GetHandler();
+    const int result = track ? handler->HandleOnTooltipTrack(item, &question)
+                             : handler->HandleOnTooltip(item, &question);
+    if (watch) convert_tooltip(question, *event);
+    return result;
+}
+
 bool CContent::HandleOnTooltip(CTooltipEvent* event) { return handle_tooltip(event, false); }
 
 bool CContent::HandleOnTooltipTrack(CTooltipEvent* event) { return handle_tooltip(event, true); }
@@ -27,38 +39,16 @@ bool CContent::HandleOnTooltipTrack(CTooltipEvent* event) { return handle_toolti
 bool CContent::handle_tooltip(CTooltipEvent* event, bool track) {
     const Watch watch(this);
     const point<int> at = event->pos;
-    int result = ask_node(target_at(at.x, at.y), event, track);
+    int result = ask(target_at(at.x, at.y), event, track);
     if (!watch) return true;
     if (result == HandlerIgnored) {
         const EdgeSet edges = HitEdgeTest(at.x, at.y, at.x, at.y);
-        if (edges.GetCount() > 0) result = ask_edge(edges.GetItem(0), event, track);
+        if (edges.GetCount() > 0) result = ask(edges.GetItem(0), event, track);
         if (!watch) return true;
     }
     (track ? OnTooltipTrack : OnTooltip)(this, event);
     if (watch) handle_epilogue(result);
     return !watch || result != HandlerIgnored;
-}
-
-int CContent::ask_node(const Node& node, CTooltipEvent* event, bool track) {
-    const Watch watch(this);
-    CGraphTooltipEvent question;
-    convert_tooltip(*event, question);
-    const graph_ptr2<INodeHandler> handler = node.GetHandler();
-    const int result = track ? handler->HandleOnTooltipTrack(node, &question)
-                             : handler->HandleOnTooltip(node, &question);
-    if (watch) convert_tooltip(question, *event);
-    return result;
-}
-
-int CContent::ask_edge(const Edge& edge, CTooltipEvent* event, bool track) {
-    const Watch watch(this);
-    CGraphTooltipEvent question;
-    convert_tooltip(*event, question);
-    const graph_ptr2<IEdgeHandler> handler = edge.GetHandler();
-    const int result = track ? handler->HandleOnTooltipTrack(edge, &question)
-                             : handler->HandleOnTooltip(edge, &question);
-    if (watch) convert_tooltip(question, *event);
-    return result;
 }
 
 void CContent::convert_tooltip(const CTooltipEvent& from, CGraphTooltipEvent& to) const {

@@ -3,7 +3,7 @@
 #include <nodeline/handlers/node_handler.h>
 #include <nodeline/ops/graph_ops.h>
 #include <nodeline/viewer/draw_functions.h>
-#include <nodeline/viewer/internal/key_codes.h>
+#include <nodeline/viewer/internal/arrow_keys.h>
 #include <nodeline/viewer/overview.h>
 #include <viewkit/control.h>
 
@@ -209,24 +209,16 @@ void COverviewContent::shift_edges(const point<double>& start, const point<doubl
     if (watch) SetViewWidth(view_rect_.right - view_rect_.left);
 }
 
-// As in the viewer, an arrow moves the picture.
 bool COverviewContent::HandleKeyDown(int /*keys*/, int code) {
-    switch (code) {
-        case internal::KeyLeft:
-            SetStartX(kKeyStep + view_rect_.left);
-            return true;
-        case internal::KeyRight:
-            SetStartX(view_rect_.left - kKeyStep);
-            return true;
-        case internal::KeyUp:
-            SetStartY(kKeyStep + view_rect_.top);
-            return true;
-        case internal::KeyDown:
-            SetStartY(view_rect_.top - kKeyStep);
-            return true;
-        default:
-            return false;
+    const std::optional<internal::ArrowKey> arrow = internal::ToArrowKey(code);
+    if (!arrow) return false;
+    const double step = arrow->sign * kKeyStep;
+    if (arrow->is_horz) {
+        SetStartX(view_rect_.left + step);
+    } else {
+        SetStartY(view_rect_.top + step);
     }
+    return true;
 }
 
 }  // namespace nodeline

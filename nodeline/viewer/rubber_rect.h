@@ -63,9 +63,7 @@ private:
     bool enabled_ = false;
     bool active_ = false;
     bool pressed_ = false;
-    bool erased_ = true;
     point<int> start_pos_;
-    point<int> drawn_pos_;
     point<int> cur_pos_;
     point<int> prev_pos_;
     std::unique_ptr<nodeline::IPosConverter> pos_converter_;
@@ -134,8 +132,6 @@ private:
     point<double> drawn_end_;
     point<double> cur_end_;
     point<double> prev_end_;
-    double min_x_ = 0.0;
-    double max_x_ = 0.0;
     std::unique_ptr<nodeline::IPosConverter> pos_converter_;
     bool outline_on_ = true;
     bool scrolled_ = false;

@@ -93,7 +93,6 @@ void CRubberRect<D>::Reset() {
     ReleaseMouse();
     pressed_ = false;
     active_ = false;
-    erased_ = true;
 }
 
 template <class D>
@@ -107,7 +106,7 @@ void CRubberRect<D>::StartDragging(CVisualElement* /*element*/, int x, int y, in
     CVisualElement* const parent = GetParent();
     if (!enabled_ || button != MouseButton::Left || parent == nullptr) return;
     pos_converter_->ConvertStart(&x, &y, parent->GetContentRect());
-    start_pos_ = drawn_pos_ = cur_pos_ = prev_pos_ = {x, y};
+    start_pos_ = cur_pos_ = prev_pos_ = {x, y};
     const point<double> p = internal::logical_point(parent, start_pos_);
     const Watch<CVisualElement> watch(this);
     CaptureMouse();
@@ -159,8 +158,6 @@ template <class D>
 void CRubberRect<D>::DrawContent(IPainter* painter) {
     if (!active_ || GetParent() == nullptr) return;
     internal::clip_to_content(painter, GetParent());
-    drawn_pos_ = cur_pos_;
-    erased_ = false;
     painter->ResetClip();
 }
 
@@ -227,19 +224,19 @@ void CRubberRectEx<D>::StartDragging(CVisualElement* /*element*/, int x, int y, 
     CaptureMouse();
     if (!watch) return;
     pressed_ = true;
-    // The least positive number, not the lowest one: no drag reaches a logical x of 0 or below.
-    min_x_ = std::numeric_limits<double>::min();
-    max_x_ = std::numeric_limits<double>::max();
     OnStart(this, p, p);
 }
 
 template <class D>
 int CRubberRectEx<D>::limited_x(int x, int y) const {
     point<double> p = internal::logical_point(GetParent(), {x, y});
-    if (p.x > max_x_) {
-        p.x = max_x_;
-    } else if (p.x < min_x_) {
-        p.x = min_x_;
+    // The least positive number, not the lowest one: no drag reaches a logical x of 0 or below.
+    constexpr double kLeast = std::numeric_limits<double>::min();
+    constexpr double kGreatest = std::numeric_limits<double>::max();
+    if (p.x > kGreatest) {
+        p.x = kGreatest;
+    } else if (p.x < kLeast) {
+        p.x = kLeast;
     } else {
         return x;
     }
