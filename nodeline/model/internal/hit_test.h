@@ -39,17 +39,33 @@ private:
     unsigned long long revision_ = 0;
 };
 
+// The records that queries look through, and whether their index is fresh.
+template <class Vis>
+class HitRecords {
+protected:
+    // Takes the records anew unless the index stands for them. `for_each(visit)` calls
+    // `visit(Vis*)` for every one, by rising id.
+    template <class ForEach>
+    IndexState::Action renew(unsigned long long revision, ForEach for_each) {
+        const IndexState::Action action = state_.Next(revision);
+        if (action == IndexState::Action::kUse) return action;
+        items_.clear();
+        for_each([this](Vis* vis) { items_.push_back(vis); });
+        return action;
+    }
+
+    std::vector<Vis*> items_;
+
+private:
+    IndexState state_;
+};
+
 // Finds the nodes that a query meets.
-class NodeHits {
+class NodeHits : private HitRecords<DefaultNodeVis> {
 public:
-    // `for_each(visit)` calls `visit(DefaultNodeVis*)` for every record, by rising id.
     template <class ForEach>
     graph_ptr<NodeImplSet> Find(const HitQuery& q, unsigned long long revision, ForEach for_each) {
-        const IndexState::Action action = state_.Next(revision);
-        if (action != IndexState::Action::kUse) {
-            items_.clear();
-            for_each([&](DefaultNodeVis* vis) { items_.push_back(vis); });
-        }
+        const IndexState::Action action = renew(revision, for_each);
         if (action == IndexState::Action::kWalk) return collect(q, items_);
         if (action == IndexState::Action::kBuild) build();
         return collect(q, candidates(q));
@@ -61,24 +77,17 @@ private:
     void build();
     const std::vector<DefaultNodeVis*>& candidates(const HitQuery& q);
 
-    IndexState state_;
     HitIndex index_;
-    std::vector<DefaultNodeVis*> items_;
     std::vector<DefaultNodeVis*> candidates_;
     std::vector<std::int32_t> found_;
 };
 
 // Finds the edges that a query meets.
-class EdgeHits {
+class EdgeHits : private HitRecords<DefaultEdgeVis> {
 public:
-    // `for_each(visit)` calls `visit(DefaultEdgeVis*)` for every record, by rising id.
     template <class ForEach>
     graph_ptr<EdgeImplSet> Find(const HitQuery& q, unsigned long long revision, ForEach for_each) {
-        const IndexState::Action action = state_.Next(revision);
-        if (action != IndexState::Action::kUse) {
-            items_.clear();
-            for_each([&](DefaultEdgeVis* vis) { items_.push_back(vis); });
-        }
+        const IndexState::Action action = renew(revision, for_each);
         if (action == IndexState::Action::kWalk) return walk(q);
         if (action == IndexState::Action::kBuild) build();
         return look_up(q);
@@ -90,9 +99,7 @@ private:
     void build();
     void collect_segments(std::int32_t item, std::vector<RouteSegment>& segments);
 
-    IndexState state_;
     SegmentIndex index_;
-    std::vector<DefaultEdgeVis*> items_;
     // From the last bend of an owner to the first of the next; such bends do not lie in a row.
     std::deque<std::array<point<double>, 2>> joints_;
     std::vector<SegmentIndex::Run> candidates_;
