@@ -34,23 +34,15 @@ private:
 
 using Rect = viewkit::CRubberRectEx<DrawerLog>;
 
-class RubberRectEx : public testing::Test, protected SurfaceInWindow {
+class RubberRectEx : public OnSurface<Rect> {
 protected:
-    RubberRectEx() { rect->Enable(true); }
-
     // Has the rectangle scroll what the surface shows.
     void LetScroll() {
         rect->SetHorzScroll(&surface->horz);
         rect->SetVertScroll(&surface->vert);
     }
-    void ExpectIdle() {
-        EXPECT_FALSE(rect->IsPressed());
-        EXPECT_FALSE(rect->IsActive());
-        EXPECT_EQ(Captured(), nullptr);
-    }
 
-    Rect* rect = new Rect(surface);
-    RubberLog<Rect> log{rect};
+    Rect* rect = rubber;
 };
 
 }  // namespace nodeline::test

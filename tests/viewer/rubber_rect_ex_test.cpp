@@ -249,32 +249,9 @@ TEST_F(RubberRectEx, OfTwoRectanglesTheLastToTakeTheMouseHasTheDrag) {
 }
 
 // Who dies in which signal.
-class RubberRectExDeath : public RubberRectEx, public testing::WithParamInterface<bool> {
+class RubberRectExDeath : public DeathOf<RubberRectEx> {
 protected:
     RubberRectExDeath() { LetScroll(); }
-
-    // The action that deletes the parent, or else the rectangle alone.
-    std::function<void()> Kill() {
-        return [this] {
-            if (GetParam()) {
-                delete surface;
-            } else {
-                delete rect;
-            }
-            is_dead_ = true;
-        };
-    }
-    void ExpectDeath(std::size_t signals) {
-        EXPECT_TRUE(is_dead_);
-        EXPECT_EQ(log.lines.size(), signals);
-        EXPECT_EQ(Captured(), nullptr);
-        Move(30, 30);
-        Release(30, 30);
-        EXPECT_EQ(log.lines.size(), signals);
-    }
-
-private:
-    bool is_dead_ = false;
 };
 
 TEST_P(RubberRectExDeath, InOnStart) {

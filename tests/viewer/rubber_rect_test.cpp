@@ -5,18 +5,9 @@ namespace {
 
 using Tracker = viewkit::CRubberRect<viewkit::DummyDrawer>;
 
-class RubberRect : public testing::Test, protected SurfaceInWindow {
+class RubberRect : public OnSurface<Tracker> {
 protected:
-    RubberRect() { tracker->Enable(true); }
-
-    void ExpectIdle() {
-        EXPECT_FALSE(tracker->IsPressed());
-        EXPECT_FALSE(tracker->IsActive());
-        EXPECT_EQ(Captured(), nullptr);
-    }
-
-    Tracker* tracker = new Tracker(surface);
-    RubberLog<Tracker> log{tracker};
+    Tracker* tracker = rubber;
 };
 
 TEST_F(RubberRect, IsIdleAndOffAtFirst) {
@@ -314,31 +305,7 @@ TEST_F(RubberRect, ADragEndsSilentlyWhenTheParentChanges) {
 }
 
 // Who dies in which signal.
-class RubberRectDeath : public RubberRect, public testing::WithParamInterface<bool> {
-protected:
-    // The action that deletes the parent, or else the tracker alone.
-    std::function<void()> Kill() {
-        return [this] {
-            if (GetParam()) {
-                delete surface;
-            } else {
-                delete tracker;
-            }
-            is_dead_ = true;
-        };
-    }
-    void ExpectDeath(std::size_t signals) {
-        EXPECT_TRUE(is_dead_);
-        EXPECT_EQ(log.lines.size(), signals);
-        EXPECT_EQ(Captured(), nullptr);
-        Move(30, 30);
-        Release(30, 30);
-        EXPECT_EQ(log.lines.size(), signals);
-    }
-
-private:
-    bool is_dead_ = false;
-};
+using RubberRectDeath = DeathOf<RubberRect>;
 
 TEST_P(RubberRectDeath, InOnStart) {
     log.on_start = Kill();

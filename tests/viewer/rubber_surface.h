@@ -123,6 +123,50 @@ private:
 
 using Lines = std::vector<std::string>;
 
+// A rubber rectangle that is on, on a surface in a window.
+template <class Rubber>
+class OnSurface : public testing::Test, protected SurfaceInWindow {
+protected:
+    OnSurface() { rubber->Enable(true); }
+
+    void ExpectIdle() {
+        EXPECT_FALSE(rubber->IsPressed());
+        EXPECT_FALSE(rubber->IsActive());
+        EXPECT_EQ(Captured(), nullptr);
+    }
+
+    Rubber* rubber = new Rubber(surface);
+    RubberLog<Rubber> log{rubber};
+};
+
+// The rectangle of a fixture, or its parent, dies in the middle of things.
+template <class Fixture>
+class DeathOf : public Fixture, public testing::WithParamInterface<bool> {
+protected:
+    // The action that deletes the parent, or else the rectangle alone.
+    std::function<void()> Kill() {
+        return [this] {
+            if (this->GetParam()) {
+                delete this->surface;
+            } else {
+                delete this->rubber;
+            }
+            is_dead_ = true;
+        };
+    }
+    void ExpectDeath(std::size_t signals) {
+        EXPECT_TRUE(is_dead_);
+        EXPECT_EQ(this->log.lines.size(), signals);
+        EXPECT_EQ(this->Captured(), nullptr);
+        this->Move(30, 30);
+        this->Release(30, 30);
+        EXPECT_EQ(this->log.lines.size(), signals);
+    }
+
+private:
+    bool is_dead_ = false;
+};
+
 // Counts the releases that an element hears of.
 class ReleaseCounter : public subscriber_base_t {
 public:
