@@ -13,6 +13,7 @@
 #include <nodeline/model/graph.h>
 #include <nodeline/ops/graph_ops.h>
 #include <nodeline/ops/load.h>
+#include <nodeline/viewer/draw_functions.h>
 
 #include <cstdio>
 #include <fstream>
@@ -83,7 +84,8 @@ public:
         const auto picture = cairo::MakePicture(cairo::PictureFormat::kPng,
                                                 graph_->GetRoot().GetSize(), kScale, &error);
         if (picture != nullptr) {
-            picture->Draw([this](paintcore::IPainter& painter) { draw(painter); });
+            picture->Draw(
+                [this](paintcore::IPainter& painter) { DrawGraph(graph_, &painter, kScale); });
             if (picture->Save(file, &error)) return true;
         }
         std::fprintf(stderr, "%s\n", error.c_str());
@@ -111,17 +113,6 @@ private:
 
     // Neighbours may stand in any file, so everything is to be brought up to date.
     void ask_for_update() { graph_->GetRoot().UpdateLayout(); }
-
-    void draw(paintcore::IPainter& painter) {
-        const auto draw_node = [&](const Node& node) {
-            if (IsFlagSet(node, NodeDrawn)) node.GetHandler()->Draw(node, &painter);
-        };
-        const auto draw_edges = [&](const Node& node) {
-            for (const Edge& edge : node.GetEdgesOut()) edge.GetHandler()->Draw(edge, &painter);
-        };
-        ForEachNodeIn(graph_->GetRoot(), draw_node, false, false);
-        ForEachNodeIn(graph_->GetRoot(), draw_edges, false, false);
-    }
 
     cairo::MeasuringPainter measure_;
     graph_ptr2<Graph> graph_;

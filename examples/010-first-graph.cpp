@@ -6,11 +6,11 @@
 #include <nodeline/layout/inc_layout.h>
 #include <nodeline/model/graph.h>
 #include <nodeline/ops/graph_ops.h>
+#include <nodeline/viewer/draw_functions.h>
 
 #include <iostream>
 #include <string>
 
-using nodeline::Edge;
 using nodeline::Graph;
 using nodeline::graph_ptr2;
 using nodeline::Node;
@@ -21,23 +21,6 @@ Node AddNode(Node owner, const std::string& caption) {
     Node node = owner.AddNode();
     node.SetCaption(caption);
     return node;
-}
-
-// Draws everything: each node ahead of what it owns, and the edges over them. Before a handler
-// draws, it is told the scale, by which it chooses its font.
-void DrawGraph(const graph_ptr2<Graph>& graph, paintcore::IPainter& painter, double scale) {
-    const auto draw_node = [&](const Node& node) {
-        node.GetHandler()->SetZoomFactor(scale);
-        node.GetHandler()->Draw(node, &painter);
-    };
-    const auto draw_edges = [&](const Node& node) {
-        for (const Edge& edge : node.GetEdgesOut()) {
-            edge.GetHandler()->SetZoomFactor(scale);
-            edge.GetHandler()->Draw(edge, &painter);
-        }
-    };
-    nodeline::ForEachNodeIn(graph->GetRoot(), draw_node, false, false);
-    nodeline::ForEachNodeIn(graph->GetRoot(), draw_edges, false, false);
 }
 
 }  // namespace
@@ -77,7 +60,7 @@ int main() {
     const auto picture = nodeline::cairo::MakePicture(nodeline::cairo::PictureFormat::kSvg,
                                                       root.GetSize(), kScale, &error);
     if (picture != nullptr) {
-        picture->Draw([&](paintcore::IPainter& painter) { DrawGraph(graph, painter, kScale); });
+        picture->Draw([&](paintcore::IPainter& painter) { DrawGraph(graph, &painter, kScale); });
     }
     if (picture == nullptr || !picture->Save("first-graph.svg", &error)) {
         std::cerr << error << '\n';

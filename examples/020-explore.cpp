@@ -8,12 +8,12 @@
 #include <nodeline/layout/stable_layout.h>
 #include <nodeline/model/graph.h>
 #include <nodeline/ops/graph_ops.h>
+#include <nodeline/viewer/draw_functions.h>
 
 #include <iostream>
 #include <string>
 #include <utility>
 
-using nodeline::Edge;
 using nodeline::Graph;
 using nodeline::graph_ptr2;
 using nodeline::Node;
@@ -24,21 +24,6 @@ Node AddNode(Node owner, const std::string& caption) {
     Node node = owner.AddNode();
     node.SetCaption(caption);
     return node;
-}
-
-void DrawGraph(const graph_ptr2<Graph>& graph, paintcore::IPainter& painter, double scale) {
-    const auto draw_node = [&](const Node& node) {
-        node.GetHandler()->SetZoomFactor(scale);
-        node.GetHandler()->Draw(node, &painter);
-    };
-    const auto draw_edges = [&](const Node& node) {
-        for (const Edge& edge : node.GetEdgesOut()) {
-            edge.GetHandler()->SetZoomFactor(scale);
-            edge.GetHandler()->Draw(edge, &painter);
-        }
-    };
-    nodeline::ForEachNodeIn(graph->GetRoot(), draw_node, false, false);
-    nodeline::ForEachNodeIn(graph->GetRoot(), draw_edges, false, false);
 }
 
 // Writes the pictures, numbered in their order.
@@ -59,7 +44,7 @@ public:
             nodeline::cairo::PictureFormat::kPng, graph_->GetRoot().GetSize(), kScale, &error);
         if (picture != nullptr) {
             picture->Draw(
-                [&](paintcore::IPainter& painter) { DrawGraph(graph_, painter, kScale); });
+                [&](paintcore::IPainter& painter) { DrawGraph(graph_, &painter, kScale); });
         }
         if (picture == nullptr || !picture->Save(folder_ + "/" + name, &error)) {
             std::cerr << error << '\n';

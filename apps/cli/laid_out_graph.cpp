@@ -6,6 +6,7 @@
 #include <nodeline/layout/inc_layout.h>
 #include <nodeline/layout/stable_layout.h>
 #include <nodeline/ops/graph_ops.h>
+#include <nodeline/viewer/draw_functions.h>
 
 #ifdef NODELINE_WITH_CAIRO
 #include <backends/cairo/measuring_painter.h>
@@ -178,18 +179,7 @@ paintcore::size<double> LaidOutGraph::PictureSize() const {
 }
 
 void LaidOutGraph::Draw(paintcore::IPainter& painter, double scale) const {
-    const auto draw_node = [&](const Node& node) {
-        if (!IsRoot(node) && !IsFlagSet(node, NodeDrawn)) return;
-        const graph_ptr2<INodeHandler> handler = node.GetHandler();
-        handler->SetZoomFactor(scale);
-        handler->Draw(node, &painter);
-    };
-    ForEachNodeIn(graph_->GetRoot(), draw_node, false, true);
-    for (const Edge& edge : edges_) {
-        const graph_ptr2<IEdgeHandler> handler = edge.GetHandler();
-        handler->SetZoomFactor(scale);
-        handler->Draw(edge, &painter);
-    }
+    DrawGraph(graph_, &painter, scale);
 }
 
 }  // namespace nodeline::cli

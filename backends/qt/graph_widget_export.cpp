@@ -50,13 +50,7 @@ struct Part {
         info.logical_extent = {extent.cx / scale, extent.cy / scale};
         info.device_extent = {static_cast<int>(extent.cx), static_cast<int>(extent.cy)};
         painter.SetCoordSystem(paintcore::MapMode::Rectangle, &info);
-        const NodeSet met = graph->HitNodeTest(area.left, area.top, area.right, area.bottom);
-        std::vector<Node> nodes;
-        for (const Node& node : met) nodes.push_back(node);
-        SortByOwnership(nodes);
-        for (const Node& node : nodes) DrawNode{&painter, scale}(node);
-        const EdgeSet edges = graph->HitEdgeTest(area.left, area.top, area.right, area.bottom);
-        for (const Edge& edge : edges) DrawEdge{&painter, scale}(edge);
+        DrawGraphIn(graph, area, &painter, scale);
     }
 };
 

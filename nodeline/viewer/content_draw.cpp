@@ -1,5 +1,6 @@
 #include <nodeline/viewer/content.h>
 #include <nodeline/viewer/draw_functions.h>
+#include <nodeline/viewer/internal/draw_area.h>
 #include <viewkit/invalid_region.h>
 
 #include <vector>
@@ -82,15 +83,8 @@ void CContent::draw_area(paintcore::IPainter* painter, const rectangle<double>& 
     painter->SetBrush({paintcore::GetSysPalette()[paintcore::SysPalette::kBackground], 1});
     painter->FillRect(area);
     const Drawing draw(this, painter, scale_);
-    const NodeSet met_nodes = graph_->HitNodeTest(area.left, area.top, area.right, area.bottom);
-    std::vector<Node> nodes;
-    nodes.reserve(static_cast<std::size_t>(met_nodes.GetCount()));
-    for (int i = 0; i < met_nodes.GetCount(); ++i) nodes.push_back(met_nodes.GetItem(i));
-    SortByOwnership(nodes);
-    for (const Node& node : nodes) draw(node);
-    if (!draw) return;
-    const EdgeSet edges = graph_->HitEdgeTest(area.left, area.top, area.right, area.bottom);
-    for (int i = 0; i < edges.GetCount(); ++i) draw(edges.GetItem(i));
+    const graph_ptr2<Graph> graph = graph_;
+    internal::draw_in_area(*graph, area, draw);
     if (draw) painter->ResetClip();
 }
 

@@ -1,6 +1,7 @@
-// Draw functions: what a paint applies to every node and every edge that it has chosen.
+// Draw functions: what draws nodes and edges, one by one, in a part of a graph or in all of it.
 //
-//   ForEachNodeIn(node, DrawNode{painter, scale}, false, true);
+//   MarkDrawnIn(graph);
+//   picture->Draw([&](IPainter& painter) { DrawGraph(graph, &painter, scale); });
 #pragma once
 
 #include <corvex/export.h>
@@ -26,6 +27,13 @@ struct NODELINE_API DrawEdge {
 
     void operator()(Edge edge) const;
 };
+
+// Draws all of a graph: each node ahead of what it owns, and the edges over them, by their ids.
+// What is not marked as drawn is left out (see `MarkDrawnIn`), and so is the root.
+NODELINE_API void DrawGraph(const graph_ptr2<Graph>& graph, IPainter* painter, double zoom);
+// The same with what meets a rectangle, in coordinates of the graph; handlers see to the marks.
+NODELINE_API void DrawGraphIn(const graph_ptr2<Graph>& graph, const rectangle<double>& area,
+                              IPainter* painter, double zoom);
 
 // Gathers the edges that meet the rectangle of a node; one that meets two nodes stands twice.
 struct NODELINE_API CollectEdgesInNodes {

@@ -246,17 +246,21 @@ struct Stage {
     [[nodiscard]] point<int> PixelBeside() const { return {3, 3}; }
 
     Log Take() { return script.Take(); }
-    // The captions that the next paint draws, with "fill" for each background.
-    Log TakePaint() {
-        window.PaintPending();
+    // The captions that painter calls draw, with "fill" for each background.
+    static Log CaptionsIn(const std::vector<std::string>& lines) {
         Log log;
-        for (const std::string& line : window.GetRecorder().TakeLines()) {
+        for (const std::string& line : lines) {
             if (line.rfind("FillRect", 0) == 0) log.push_back("fill");
             if (line.rfind("DrawString", 0) != 0) continue;
             const std::size_t quote = line.find('"') + 1;
             log.push_back(line.substr(quote, line.find('"', quote) - quote));
         }
         return log;
+    }
+    // Those of the next paint.
+    Log TakePaint() {
+        window.PaintPending();
+        return CaptionsIn(window.GetRecorder().TakeLines());
     }
 
     Script script;
