@@ -5,21 +5,31 @@
 
 namespace nodeline {
 
-int DummyNodeImpl::current_id = -1;
+std::atomic<int> DummyNodeImpl::current_id = -1;
+
+namespace {
+
+// The first of `count` ids that fall one by one. They start over in the far case that a process has
+// used them all up.
+int take_ids(int count) {
+    int next = DummyNodeImpl::current_id;
+    int first = next;
+    do {
+        first = next < std::numeric_limits<int>::min() + count ? -1 : next;
+    } while (!DummyNodeImpl::current_id.compare_exchange_weak(next, first - count));
+    return first;
+}
+
+}  // namespace
 
 void BreakChain::Append(int count) {
-    // Ids start over in the far case that a process has used them all up.
-    if (DummyNodeImpl::current_id < std::numeric_limits<int>::min() + count) {
-        DummyNodeImpl::current_id = -1;
-    }
-    const int first = DummyNodeImpl::current_id;
+    const int first = take_ids(count);
     if (positions_.empty()) {
         first_id_ = first;
         first_count_ = count;
     } else {
         for (int i = 0; i < count; ++i) more_ids_.push_back(first - i);
     }
-    DummyNodeImpl::current_id -= count;
     positions_.resize(positions_.size() + static_cast<std::size_t>(count), {0.0, 0.0});
     revision_->Advance();
 }

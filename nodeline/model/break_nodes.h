@@ -7,6 +7,7 @@
 
 #include <nodeline/model/vis.h>
 
+#include <atomic>
 #include <vector>
 
 namespace nodeline {
@@ -62,7 +63,7 @@ private:
 class NODELINE_API DummyNodeImpl : public INodeImpl {
 public:
     // The id of the next break node of the process.
-    static int current_id;
+    static std::atomic<int> current_id;
 
     DummyNodeImpl(graph_ptr<BreakChain> chain, int index)
         : id_(chain->GetIdAt(index)), index_(index), chain_(std::move(chain)) {}

@@ -53,8 +53,8 @@ Item take_first(const graph_ptr<GraphSet<Item>>& set) {
 
 }  // namespace
 
-int DefaultNodeImpl::current_id = 1;
-int DefaultEdgeImpl::current_id = 0;
+std::atomic<int> DefaultNodeImpl::current_id = 1;
+std::atomic<int> DefaultEdgeImpl::current_id = 0;
 
 // Takes a whole tree of nodes apart at once. Every set ends empty and every edge without ends, so
 // the order among nodes and edges leaves no trace, and one linear walk does.

@@ -11,6 +11,7 @@
 #include <corvex/export.h>
 #include <nodeline/model/graph_set.h>
 
+#include <atomic>
 #include <string>
 
 namespace nodeline {
@@ -134,8 +135,8 @@ protected:
 // The record of a real node; made by `add_node` alone.
 class NODELINE_API DefaultNodeImpl : public DefaultRootNodeImpl {
 public:
-    // The id of the next node of the process.
-    static int current_id;
+    // The id of the next node of the process; graphs may grow on several threads at once.
+    static std::atomic<int> current_id;
 
     explicit DefaultNodeImpl(graph_ptr<INodeImpl> owner);
 
@@ -196,7 +197,7 @@ private:
 class NODELINE_API DefaultEdgeImpl : public IEdgeImpl {
 public:
     // The id of the next edge of the process.
-    static int current_id;
+    static std::atomic<int> current_id;
 
     DefaultEdgeImpl(graph_ptr<INodeImpl> from, graph_ptr<INodeImpl> to);
 
