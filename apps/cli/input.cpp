@@ -1,4 +1,5 @@
 #include <apps/cli/input.h>
+#include <formats/graph_file.h>
 
 #include <array>
 #include <cerrno>
@@ -25,8 +26,7 @@ struct Close {
 std::string DisplayName(const std::string& path) { return path == "-" ? "standard input" : path; }
 
 std::string Message(const std::string& path, int line, const std::string& reason) {
-    const std::string place = line > 0 ? ":" + std::to_string(line) : std::string();
-    return DisplayName(path) + place + ": " + reason;
+    return formats::Message(DisplayName(path), line, reason);
 }
 
 std::string ReadInput(const std::string& path) {

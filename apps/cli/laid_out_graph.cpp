@@ -1,7 +1,8 @@
 #include <apps/cli/laid_out_graph.h>
 
-#include <apps/cli/graph_file.h>
+#include <apps/cli/input.h>
 #include <apps/cli/progress.h>
+#include <formats/graph_file.h>
 #include <nodeline/handlers/handlers.h>
 #include <nodeline/layout/inc_layout.h>
 #include <nodeline/layout/stable_layout.h>
@@ -15,6 +16,7 @@
 #endif
 
 #include <algorithm>
+#include <iostream>
 #include <iterator>
 #include <utility>
 
@@ -31,6 +33,18 @@ std::unique_ptr<paintcore::IPainter> make_measuring_painter() {
     painter->SetRecording(false);
     return painter;
 #endif
+}
+
+graph_ptr2<Graph> read_graph(const GraphOptions& options) {
+    graph_ptr2<Graph> graph(new Graph, true);
+    try {
+        const auto report = formats::ReadGraph(graph, DisplayName(options.input),
+                                               ReadInput(options.input), {options.show_all});
+        for (const std::string& warning : report.warnings) std::cerr << warning << '\n';
+    } catch (const formats::ReadError& error) {
+        throw Failure(kBadInput, error.what());
+    }
+    return graph;
 }
 
 template <class Handler>
@@ -79,7 +93,7 @@ std::string count_shown(const std::vector<Item>& items, int drawn_flag, const st
 }  // namespace
 
 LaidOutGraph::LaidOutGraph(const GraphOptions& options)
-    : measure_(make_measuring_painter()), graph_(ReadGraph(options.input, options.show_all)) {
+    : measure_(make_measuring_painter()), graph_(read_graph(options)) {
     choose_handlers(options.handler);
     choose_layout(options.layout);
     collect();

@@ -25,6 +25,9 @@ below[backends/headless]=$library
 below[backends/cairo]=$library
 # Widgets write their pictures with it.
 below[backends/qt]="$library backends/cairo"
+# Files are read into graphs and written from them; nothing is shown.
+below[formats]="corvex checkfence paintcore nodeline/functor nodeline/model nodeline/ops
+    nodeline/handlers"
 # The sources of the model, not its headers, also know what it sets in motion: the driver runs
 # layouts, and a graph that is given no handler or layout takes the stock ones.
 sources_of_model="nodeline/ops nodeline/handlers nodeline/layout"
@@ -38,7 +41,7 @@ area_of() {
     esac
 }
 
-for folder in platform/*/ nodeline/*/ backends/*/; do
+for folder in platform/*/ nodeline/*/ backends/*/ formats/; do
     area=$(area_of "$folder")
     compgen -G "$folder*.h" >/dev/null || continue
     if [[ ! -v below[$area] ]]; then
@@ -74,7 +77,7 @@ for folder in platform/*/ nodeline/*/ backends/*/; do
     fi
 done
 
-wrong=$(grep -rn '^#include <.*/internal/' apps examples bench --include='*.h' --include='*.cpp')
+wrong=$(grep -rn '^#include <.*/internal/' formats apps examples bench --include='*.h' --include='*.cpp')
 if [[ -n "$wrong" ]]; then
     fail "layers: programs include internal headers" <(printf '%s\n' "$wrong")
 else

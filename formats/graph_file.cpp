@@ -1,17 +1,14 @@
-#include <apps/cli/graph_file.h>
-
-#include <apps/cli/input.h>
+#include <formats/graph_file.h>
 #include <nodeline/ops/graph_ops.h>
 #include <nodeline/ops/load.h>
 
 #include <algorithm>
 #include <array>
-#include <iostream>
 #include <sstream>
 #include <string_view>
 #include <utility>
 
-namespace nodeline::cli {
+namespace nodeline::formats {
 
 namespace {
 
@@ -42,58 +39,68 @@ bool begins_with_keyword(std::string_view text) {
     return is_keyword(without_blanks_at_end(text.substr(0, text.find('\n'))));
 }
 
-}  // namespace
-
-void CheckSections(const std::string& path, const std::string& text) {
-    if (text.empty()) throw Failure(kBadInput, Message(path, 1, "the file is empty"));
-    const std::string_view rest = text;
+// Throws if the sections cannot be told, which is so where lines end with more than a line feed,
+// and where there is none.
+void check_sections(const std::string& name, std::string_view text) {
+    if (text.empty()) throw ReadError(name, 1, "the file is empty");
     bool has_section = false;
     int number = 1;
-    for (std::size_t at = rest.find('\n'); at != std::string_view::npos;) {
-        const std::size_t next = rest.find('\n', at + 1);
+    for (std::size_t at = text.find('\n'); at != std::string_view::npos;) {
+        const std::size_t next = text.find('\n', at + 1);
         ++number;
-        const std::string_view line = rest.substr(at + 1, next - at - 1);
+        const std::string_view line = text.substr(at + 1, next - at - 1);
         if (!line.empty() && line.front() == '[') {
             const std::string reason = spoilt_keyword(line);
-            if (!reason.empty()) throw Failure(kBadInput, Message(path, number, reason));
+            if (!reason.empty()) throw ReadError(name, number, reason);
             has_section = has_section || is_keyword(line);
         }
         at = next;
     }
     if (has_section) return;
-    throw Failure(kBadInput, Message(path, 1,
-                                     begins_with_keyword(rest)
-                                         ? kTitleHint
-                                         : "no line is a section keyword like [nodes], so this "
-                                           "is no graph file"));
+    throw ReadError(name, 1,
+                    begins_with_keyword(text)
+                        ? kTitleHint
+                        : "no line is a section keyword like [nodes], so this is no graph file");
 }
 
-graph_ptr2<Graph> ReadGraph(const std::string& path, bool show_all) {
-    std::string text = ReadInput(path);
-    CheckSections(path, text);
+void show_everything(const Graph& graph) {
+    const auto show = [](const Node& node) {
+        Show(node);
+        MarkOld(node);
+    };
+    ForEachNodeIn(graph.GetRoot(), show, true, false);
+}
+
+}  // namespace
+
+std::string Message(const std::string& name, int line, const std::string& reason) {
+    const std::string place = line > 0 ? ":" + std::to_string(line) : std::string();
+    return name + place + ": " + reason;
+}
+
+ReadReport ReadGraph(const graph_ptr2<Graph>& graph, const std::string& name, std::string text,
+                     const ReadOptions& options) {
+    check_sections(name, text);
     const bool has_keyword_as_title = begins_with_keyword(text);
     std::istringstream in(std::move(text));
-    graph_ptr2<Graph> graph(new Graph, true);
     LoadError error;
-    const auto set_tag = [](const Node& node, int id) { Node(node).SetTag(id); };
-    if (!Load(graph, in, &error, set_tag)) {
+    const auto visit = [&options](const Node& node, int id) {
+        if (options.check) options.check();
+        Node(node).SetTag(id);
+    };
+    if (!Load(graph, in, &error, visit)) {
         const std::string hint = has_keyword_as_title ? std::string("; ") + kTitleHint : "";
-        throw Failure(kBadInput, Message(path, error.line, error.reason + hint));
+        throw ReadError(name, error.line, error.reason + hint);
     }
+    ReadReport report;
     if (has_keyword_as_title) {
-        std::cerr << Message(path, 1, std::string("warning: ") + kTitleHint) << '\n';
+        report.warnings.push_back(Message(name, 1, std::string("warning: ") + kTitleHint));
     }
     if (!error.reason.empty()) {
-        std::cerr << Message(path, error.line, "warning: " + error.reason) << '\n';
+        report.warnings.push_back(Message(name, error.line, "warning: " + error.reason));
     }
-    if (show_all) {
-        const auto show = [](const Node& node) {
-            Show(node);
-            MarkOld(node);
-        };
-        ForEachNodeIn(graph->GetRoot(), show, true, false);
-    }
-    return graph;
+    if (options.show_all) show_everything(*graph);
+    return report;
 }
 
-}  // namespace nodeline::cli
+}  // namespace nodeline::formats
