@@ -10,7 +10,7 @@ namespace nodeline {
 
 namespace internal {
 
-std::uint64_t drawn_revision = 1;
+std::atomic<std::uint64_t> drawn_revision = 1;
 
 }  // namespace internal
 

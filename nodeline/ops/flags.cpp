@@ -94,12 +94,13 @@ void MarkDrawnIn(graph_ptr2<Graph> graph) {
     if (!graph) return;
     const Node root = graph->GetRoot();
     DrawnMarks* const marks = marks_of(root);
-    if (marks != nullptr && marks->revision == internal::drawn_revision) return;
+    const std::uint64_t revision = internal::drawn_revision;
+    if (marks != nullptr && marks->revision == revision) return;
     const INodeImpl& record = *root.record();
     bool stock = typeid(record) == typeid(DefaultRootNodeImpl);
     ForEachNodeIn(root, MarkEdgesOut{&stock}, false, false);
     _mark_node_drawn(root, true);
-    if (marks != nullptr) marks->revision = stock ? internal::drawn_revision : 0;
+    if (marks != nullptr) marks->revision = stock ? internal::drawn_revision.load() : 0;
 }
 
 }  // namespace nodeline

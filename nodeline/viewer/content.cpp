@@ -67,10 +67,15 @@ void CContent::SetViewHeight(double height) {
 }
 
 void CContent::SetGraph(graph_ptr2<Graph> graph) {
+    HoldSomeGraph(graph);
+    graph->GetRoot().MakeLayout();
+    ShowGraph(graph);
+}
+
+void CContent::ShowGraph(graph_ptr2<Graph> graph) {
     const Watch watch(this);
     graph_ = graph;
     HoldSomeGraph(graph_);
-    graph_->GetRoot().MakeLayout();
     RecalculateLayout();
     if (!watch) return;
     horz_beyond_ = vert_beyond_ = {};

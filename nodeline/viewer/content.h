@@ -54,6 +54,10 @@ public:
     // The same with a painter to measure by; null takes that of the window, if there is one.
     bool RecalculateLayout(paintcore::IPainter* painter);
 
+    // As `SetGraph`, but the graph stays as it has been laid out; only what it has asked for since is
+    // done. For graphs that were laid out ahead, say on another thread.
+    void ShowGraph(graph_ptr2<Graph> graph);
+
     // As a scroll model. The range is the extent of the root, widened so far that the view lies in
     // it. `SetHorzStart` and `SetVertStart` tell nobody; follow them with `RenewView`.
     [[nodiscard]] double GetHorzFrom() const override;

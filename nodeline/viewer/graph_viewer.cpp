@@ -62,6 +62,8 @@ void CGraphViewer::SetGraph(graph_ptr2<Graph> graph) {
     content_->SetGraph(graph);
 }
 
+void CGraphViewer::ShowGraph(graph_ptr2<Graph> graph) { content_->ShowGraph(graph); }
+
 void CGraphViewer::SetDefaultNodeHandler(graph_ptr2<INodeHandler> handler) {
     default_handler_ = handler;
     content_->SetDefaultNodeHandler(handler);

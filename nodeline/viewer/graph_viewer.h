@@ -32,6 +32,8 @@ public:
     [[nodiscard]] double GetStartY() const override;
     void RenewView(bool invalidate) override;
     bool RecalculateLayout() override;
+    // As `SetGraph`, but the graph stays as it has been laid out, and keeps its node handler.
+    void ShowGraph(graph_ptr2<Graph> graph);
     virtual void SetNeedCoordSystem(bool need);
 
     // Bars as needed, or never. Without them the view still scrolls by keys and drags.
