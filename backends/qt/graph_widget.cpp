@@ -1,4 +1,5 @@
 #include <backends/qt/graph_widget.h>
+#include <backends/qt/internal/glide.h>
 #include <backends/qt/qt_painter.h>
 #include <nodeline/handlers/handlers.h>
 #include <nodeline/layout/inc_layout.h>
@@ -16,6 +17,8 @@ namespace nodeline::qt {
 namespace {
 
 constexpr nodeline::size<int> kInitialSize{100, 100};
+// In pixels; a hand is not quite still while it clicks.
+constexpr int kLeastDrag = 4;
 
 // Measures with a painter of its own, for it may outlive the widget with its graph.
 class WidgetNodeHandler : public PortNodeHandler {
@@ -34,6 +37,10 @@ std::vector<int> IdsOf(const std::vector<Node>& nodes) {
     return ids;
 }
 
+int Distance(const QPoint& a, const QPoint& b) { return (a - b).manhattanLength(); }
+
+}  // namespace
+
 void GiveLookAndLayout(const graph_ptr2<Graph>& graph) {
     if (graph->GetRoot().GetLayout().get() == GetDefaultLayout().get()) {
         graph->SetDefaultLayout(checked_upcast<ILayout>(StableLayout::Create()));
@@ -42,8 +49,6 @@ void GiveLookAndLayout(const graph_ptr2<Graph>& graph) {
         graph->SetDefaultNodeHandler(graph_ptr2<INodeHandler>(new WidgetNodeHandler, true));
     }
 }
-
-}  // namespace
 
 // Hears what the viewer does. A widget cannot be a subscriber: it would hear until its last part is
 // gone.
@@ -57,24 +62,31 @@ public:
         content->OnDoubleClick.connect(this, &Listener::HandleOnDoubleClick);
     }
 
-    // What has been clicked since the last call.
+    // What has been clicked, or dragged somewhere, since the last call.
     [[nodiscard]] Node TakeClicked() { return std::exchange(clicked_, {}); }
     [[nodiscard]] Node TakeDoubleClicked() { return std::exchange(double_clicked_, {}); }
 
-private:
-    struct Press {
+    struct Move {
         Node node;
-        QPoint at;
+        point<double> from;
     };
+    [[nodiscard]] Move TakeMoved() { return std::exchange(moved_, {}); }
 
     // The node at a pixel of the surface; empty where there is only the root.
-    [[nodiscard]] Node node_at(int x, int y) const {
+    [[nodiscard]] Node NodeAt(int x, int y) const {
         const CGraphViewer* const viewer = widget_->viewer();
         if (viewer == nullptr) return {};
         const NodeSet met = viewer->GetContent()->HitNodeTest(x, y, x, y);
         const Node node = met.GetCount() > 0 ? met.GetItem(0) : Node();
         return node && !IsRoot(node) ? node : Node();
     }
+
+private:
+    struct Press {
+        Node node;
+        QPoint at;
+        point<double> position;  // of the node
+    };
 
     void HandleOnChangeView(point<double> /*a*/, point<double> /*b*/) {
         Q_EMIT widget_->viewChanged();
@@ -83,27 +95,34 @@ private:
     void HandleOnButtonDown(CVisualElement* /*element*/, int x, int y, int /*keys*/,
                             MouseButton button) {
         press_.reset();
-        if (button == MouseButton::Left) press_ = Press{node_at(x, y), QPoint(x, y)};
+        if (button != MouseButton::Left) return;
+        const Node node = NodeAt(x, y);
+        press_ = Press{node, QPoint(x, y), node ? node.GetPosition() : point<double>{}};
     }
 
     void HandleOnButtonUp(CVisualElement* /*element*/, int x, int y, int /*keys*/,
                           MouseButton button) {
         const std::optional<Press> press = std::exchange(press_, std::nullopt);
         if (!press || !press->node || button != MouseButton::Left) return;
-        const int way = (QPoint(x, y) - press->at).manhattanLength();
-        if (way >= QApplication::startDragDistance()) return;
-        const Node node = node_at(x, y);
+        if (Distance({x, y}, press->at) >= kLeastDrag) {
+            if (press->node.GetPosition() != press->position) {
+                moved_ = {press->node, press->position};
+            }
+            return;
+        }
+        const Node node = NodeAt(x, y);
         if (node && node == press->node) clicked_ = node;
     }
 
     void HandleOnDoubleClick(CVisualElement* /*element*/, int x, int y, int /*keys*/,
                              MouseButton button) {
-        if (button == MouseButton::Left) double_clicked_ = node_at(x, y);
+        if (button == MouseButton::Left) double_clicked_ = NodeAt(x, y);
     }
 
     GraphWidget* widget_;
     std::optional<Press> press_;
     Node clicked_;
+    Move moved_;
     Node double_clicked_;
 };
 
@@ -121,12 +140,21 @@ GraphWidget::~GraphWidget() {
     Close();
 }
 
-void GraphWidget::setGraph(graph_ptr2<Graph> graph) {
+void GraphWidget::setGraph(graph_ptr2<Graph> graph) { take_graph(graph, false); }
+
+void GraphWidget::showGraph(graph_ptr2<Graph> graph) { take_graph(graph, true); }
+
+void GraphWidget::take_graph(graph_ptr2<Graph> graph, bool is_laid_out) {
+    finishGlide();
     if (viewer() == nullptr) return;
     if (!graph) graph = graph_ptr2<Graph>(new Graph(), true);
-    GiveLookAndLayout(graph);
     const QPointer<GraphWidget> self(this);
-    viewer()->SetGraph(graph);
+    if (is_laid_out) {
+        viewer()->ShowGraph(graph);
+    } else {
+        GiveLookAndLayout(graph);
+        viewer()->SetGraph(graph);
+    }
     if (self) selected_ids_ = IdsOf(selectedNodes());
 }
 
@@ -159,11 +187,13 @@ void GraphWidget::show_middle(const point<double>& p) {
 }
 
 void GraphWidget::fitToWindow() {
+    finishGlide();
     if (!was_shown_) fits_when_shown_ = true;
     if (viewer() != nullptr) viewer()->FitToWindow();
 }
 
 void GraphWidget::zoomTo(double scale) {
+    finishGlide();
     if (!(scale > 0.0) || viewer() == nullptr) return;
     fits_when_shown_ = false;
     const QPointer<GraphWidget> self(this);
@@ -173,6 +203,7 @@ void GraphWidget::zoomTo(double scale) {
 }
 
 void GraphWidget::reveal(const Node& node) {
+    finishGlide();
     if (!node || node.IsDummy() || viewer() == nullptr) return;
     if (node.store().get() != viewer()->GetGraph()->GetRoot().store().get()) return;
     fits_when_shown_ = false;
@@ -215,15 +246,57 @@ void GraphWidget::focusInEvent(QFocusEvent* event) {
     viewer()->GetContent()->SetFocus();
 }
 
+// What a user does next finds everything in its place.
+bool GraphWidget::event(QEvent* event) {
+    switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::Wheel:
+        case QEvent::KeyPress:
+        case QEvent::ContextMenu:
+            finishGlide();
+            break;
+        default:
+            break;
+    }
+    return QtWindow::event(event);
+}
+
+void GraphWidget::mousePressEvent(QMouseEvent* event) {
+    pressed_at_.reset();
+    if (event->button() == Qt::LeftButton) pressed_at_ = event->position().toPoint();
+    QtWindow::mousePressEvent(event);
+}
+
+void GraphWidget::mouseMoveEvent(QMouseEvent* event) {
+    if (pressed_at_ && (event->buttons() & Qt::LeftButton) != 0) {
+        if (Distance(event->position().toPoint(), *pressed_at_) < kLeastDrag) return;
+        pressed_at_.reset();
+    }
+    QtWindow::mouseMoveEvent(event);
+}
+
 void GraphWidget::mouseReleaseEvent(QMouseEvent* event) {
     const QPointer<GraphWidget> self(this);
+    pressed_at_.reset();
+    std::unique_ptr<Places> before = places_before();
     QtWindow::mouseReleaseEvent(event);
     if (!self) return;
     const std::vector<int> selected = IdsOf(selectedNodes());
     const bool has_changed = selected != std::exchange(selected_ids_, selected);
     const Node clicked = listener_->TakeClicked();
-    if (clicked) Q_EMIT nodeClicked(clicked);
+    const Listener::Move moved = listener_->TakeMoved();
+    if (clicked) tell_change(std::move(before));
+    if (self && moved.node) Q_EMIT nodeMoved(moved.node, QPointF(moved.from.x, moved.from.y));
+    if (self && clicked) Q_EMIT nodeClicked(clicked);
     if (self && has_changed) Q_EMIT selectionChanged();
+}
+
+void GraphWidget::contextMenuEvent(QContextMenuEvent* event) {
+    const QPointer<GraphWidget> self(this);
+    QtWindow::contextMenuEvent(event);
+    if (!self || viewer() == nullptr) return;
+    Q_EMIT menuRequested(listener_->NodeAt(event->pos().x(), event->pos().y()), event->globalPos());
 }
 
 void GraphWidget::mouseDoubleClickEvent(QMouseEvent* event) {

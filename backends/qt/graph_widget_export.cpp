@@ -67,17 +67,14 @@ Part VisiblePart(const CGraphViewer& viewer) {
     return {viewer.GetGraph(), {x, y, x + r.right / scale, y + r.bottom / scale}, scale};
 }
 
-// An empty answer is a success.
-QString WritePng(const Part& part, const QString& path) {
+// Null if it is too large.
+QImage MakeImage(const Part& part) {
     const nodeline::size<double> extent = part.Extent();
     const bool fits =
         extent.cx <= kMaxSide && extent.cy <= kMaxSide && extent.cx * extent.cy <= kMaxPixels;
-    QImage image;
-    if (fits) {
-        image =
-            QImage(static_cast<int>(extent.cx), static_cast<int>(extent.cy), QImage::Format_RGB32);
-    }
-    if (image.isNull()) return QStringLiteral("the picture is too large for a PNG");
+    if (!fits) return {};
+    QImage image(static_cast<int>(extent.cx), static_cast<int>(extent.cy), QImage::Format_RGB32);
+    if (image.isNull()) return image;
     QtPainter painter(&image);
     painter.SetDevicePaintRect({0.0, 0.0, extent.cx, extent.cy});
     painter.BeginPaint(IPainter::StdSettings::All);
@@ -85,6 +82,13 @@ QString WritePng(const Part& part, const QString& path) {
     painter.FillRect(0.0, 0.0, extent.cx, extent.cy);
     part.Draw(painter);
     painter.EndPaint();
+    return image;
+}
+
+// An empty answer is a success.
+QString WritePng(const Part& part, const QString& path) {
+    const QImage image = MakeImage(part);
+    if (image.isNull()) return QStringLiteral("the picture is too large for a PNG");
     QSaveFile file(path);
     const bool is_written =
         file.open(QIODevice::WriteOnly) && image.save(&file, "PNG") && file.commit();
@@ -122,7 +126,18 @@ QString WritePicture(const Part& part, const QString& path) {
 
 }  // namespace
 
+QImage GraphWidget::picture(bool visible_part_only) {
+    finishGlide();
+    const QPointer<GraphWidget> self(this);
+    if (viewer() != nullptr) viewer()->RecalculateLayout();
+    if (!self || viewer() == nullptr) return {};
+    const graph_ptr2<Graph> graph = viewer()->GetGraph();
+    MarkDrawnIn(graph);
+    return MakeImage(visible_part_only ? VisiblePart(*viewer()) : WholeGraph(graph));
+}
+
 bool GraphWidget::exportPicture(const QString& path, bool visible_part_only, QString* error) {
+    finishGlide();
     const QPointer<GraphWidget> self(this);
     if (viewer() != nullptr) viewer()->RecalculateLayout();
     QString reason = QStringLiteral("there is no viewer any more");
