@@ -37,6 +37,26 @@ std::vector<int> IdsOf(const std::vector<Node>& nodes) {
     return ids;
 }
 
+bool IsOutOfSight(const Node& node) {
+    for (Node shown = node; shown && !IsRoot(shown); shown = shown.GetOwner()) {
+        if (IsFlagSet(shown, NodeHidden)) return true;
+        if (shown.GetOwner() == shown) break;
+    }
+    return false;
+}
+
+void ShowWithOwners(const Node& node) {
+    for (Node shown = node; shown && !IsRoot(shown);) {
+        Node owner = shown.GetOwner();
+        if (IsFlagSet(shown, NodeHidden)) {
+            Show(shown);
+            owner.UpdateLayout();
+        }
+        if (owner == shown) break;
+        shown = owner;
+    }
+}
+
 int Distance(const QPoint& a, const QPoint& b) { return (a - b).manhattanLength(); }
 
 }  // namespace
@@ -168,6 +188,18 @@ std::vector<Node> GraphWidget::selectedNodes() const {
     return nodes;
 }
 
+bool GraphWidget::renew_selection() {
+    const std::vector<int> selected = IdsOf(selectedNodes());
+    return selected != std::exchange(selected_ids_, selected);
+}
+
+void GraphWidget::noteSelection() {
+    if (viewer() == nullptr || !renew_selection()) return;
+    const QPointer<GraphWidget> self(this);
+    viewer()->RenewView(true);
+    if (self) Q_EMIT selectionChanged();
+}
+
 // ---------------------------------------------------------------------------------------------
 // The view
 
@@ -203,21 +235,15 @@ void GraphWidget::zoomTo(double scale) {
 }
 
 void GraphWidget::reveal(const Node& node) {
-    finishGlide();
     if (!node || node.IsDummy() || viewer() == nullptr) return;
     if (node.store().get() != viewer()->GetGraph()->GetRoot().store().get()) return;
     fits_when_shown_ = false;
+    const QPointer<GraphWidget> self(this);
     // A handle of its own: the layout may run code that destroys the caller's.
     const Node revealed(node.store(), node.record());
-    for (Node shown = revealed; shown && !IsRoot(shown);) {
-        Node owner = shown.GetOwner();
-        if (IsFlagSet(shown, NodeHidden)) {
-            Show(shown);
-            owner.UpdateLayout();
-        }
-        if (owner == shown) break;
-        shown = owner;
-    }
+    if (IsOutOfSight(revealed)) change([&revealed] { ShowWithOwners(revealed); });
+    if (!self || viewer() == nullptr) return;
+    finishGlide();
     viewer()->Centre(revealed);
 }
 
@@ -282,11 +308,10 @@ void GraphWidget::mouseReleaseEvent(QMouseEvent* event) {
     std::unique_ptr<Places> before = places_before();
     QtWindow::mouseReleaseEvent(event);
     if (!self) return;
-    const std::vector<int> selected = IdsOf(selectedNodes());
-    const bool has_changed = selected != std::exchange(selected_ids_, selected);
+    const bool has_changed = renew_selection();
     const Node clicked = listener_->TakeClicked();
     const Listener::Move moved = listener_->TakeMoved();
-    if (clicked) tell_change(std::move(before));
+    if (clicked) tell_change(clicked, std::move(before));
     if (self && moved.node) Q_EMIT nodeMoved(moved.node, QPointF(moved.from.x, moved.from.y));
     if (self && clicked) Q_EMIT nodeClicked(clicked);
     if (self && has_changed) Q_EMIT selectionChanged();

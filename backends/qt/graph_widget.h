@@ -56,6 +56,9 @@ public:
     // Those that carry `NodeSelected`, owners first; linear in the graph.
     [[nodiscard]] std::vector<Node> selectedNodes() const;
 
+    // For whoever has set or cleared `NodeSelected`: paints it, and tells by `selectionChanged`.
+    void noteSelection();
+
     // Shows all of the graph, as large as it fits. Before the widget is shown for the first time
     // this is done then, when its size is known.
     void fitToWindow();
@@ -97,8 +100,8 @@ Q_SIGNALS:
     // Since the last release of a button, other nodes than before carry `NodeSelected`.
     void selectionChanged();
     // A click or `change` may have hidden, shown or moved nodes, and the layout is up to date. A
-    // slot may still move nodes.
-    void graphChanged();
+    // slot may still move nodes. `at` is the node that was clicked, or the one that was kept.
+    void graphChanged(const nodeline::Node& at);
     // Such a node was dragged to another place, away from `from`.
     void nodeMoved(const nodeline::Node& node, const QPointF& from);
     // A context menu is wanted at a point of the screen, for a node or, with an empty handle, for
@@ -125,11 +128,13 @@ private:
     // The point of the graph in the middle of the view.
     [[nodiscard]] point<double> middle() const;
     void show_middle(const point<double>& p);
+    // True if other nodes than before are selected.
+    bool renew_selection();
     void take_graph(graph_ptr2<Graph> graph, bool is_laid_out);
     // What glides once a change is over; null where nothing is to.
     [[nodiscard]] std::unique_ptr<Places> places_before();
     void start_glide(std::unique_ptr<Places> before);
-    void tell_change(std::unique_ptr<Places> before);
+    void tell_change(const nodeline::Node& at, std::unique_ptr<Places> before);
 
     viewkit::Watch<CGraphViewer> viewer_;
     std::unique_ptr<Listener> listener_;

@@ -17,9 +17,11 @@ constexpr int kFrameTime = 16;  // in milliseconds
 
 }  // namespace
 
-void GraphWidget::change(const std::function<void()>& edit, const Node& kept) {
+void GraphWidget::change(const std::function<void()>& edit, const Node& at) {
     finishGlide();
     if (viewer() == nullptr) return;
+    // A handle of its own: the layout may run code that destroys the caller's.
+    const Node kept = at;
     const QPointer<GraphWidget> self(this);
     std::unique_ptr<Places> before = places_before();
     CGraphViewer* const shown = viewer();
@@ -32,12 +34,12 @@ void GraphWidget::change(const std::function<void()>& edit, const Node& kept) {
     }
     if (!self) return;
     if (viewer() != nullptr) viewer()->RenewView(true);
-    if (self) tell_change(std::move(before));
+    if (self) tell_change(kept, std::move(before));
 }
 
-void GraphWidget::tell_change(std::unique_ptr<Places> before) {
+void GraphWidget::tell_change(const Node& at, std::unique_ptr<Places> before) {
     const QPointer<GraphWidget> self(this);
-    Q_EMIT graphChanged();
+    Q_EMIT graphChanged(at);
     if (self && viewer() != nullptr) start_glide(std::move(before));
 }
 
