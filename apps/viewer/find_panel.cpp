@@ -7,9 +7,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QLocale>
-#include <QPointer>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <cstddef>
 
 namespace nodeline::app {
@@ -105,16 +103,12 @@ void FindPanel::search() {
 
 void FindPanel::show_count() {
     const NodeSearch::Result& result = model_->result();
-    const std::size_t all = model_->search().GetCount();
-    if (line_->text().trimmed().isEmpty()) {
-        count_->setText(all == 0 ? QString() : Counted(all, QStringLiteral("node")));
-        return;
-    }
+    const bool is_blank = line_->text().trimmed().isEmpty();
     if (result.count == 0) {
-        count_->setText(QStringLiteral("no hits"));
+        count_->setText(is_blank ? QString() : QStringLiteral("no hits"));
         return;
     }
-    QString text = Counted(result.count, QStringLiteral("hit"));
+    QString text = Counted(result.count, is_blank ? QStringLiteral("node") : QStringLiteral("hit"));
     if (result.hidden_count > 0) {
         text += QStringLiteral(", ") + Number(result.hidden_count) + QStringLiteral(" hidden");
     }

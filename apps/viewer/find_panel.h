@@ -1,4 +1,5 @@
-// Find panel: a line to type into, and below it the nodes whose captions contain what is typed.
+// Find panel: a line to type into, and below it the nodes whose captions contain what is typed; all
+// nodes as long as nothing is.
 //
 //   auto* panel = new FindPanel(dock);
 //   connect(panel, &FindPanel::nodeChosen, graph_widget, &GraphWidget::reveal);

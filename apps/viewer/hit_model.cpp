@@ -1,6 +1,7 @@
 #include <apps/viewer/hit_model.h>
 
 #include <QApplication>
+#include <QFontInfo>
 #include <QFontMetrics>
 #include <QPainter>
 #include <algorithm>
@@ -21,7 +22,7 @@ QFont Italic(QFont font) {
 }
 
 QFont Small(QFont font) {
-    if (font.pointSizeF() > 0.0) font.setPointSizeF(font.pointSizeF() * 0.9);
+    font.setPointSizeF(QFontInfo(font).pointSizeF() * 0.9);
     return font;
 }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <numeric>
 #include <unordered_map>
+#include <utility>
 
 namespace nodeline::app {
 
@@ -44,7 +45,6 @@ void NodeSearch::Refresh() {
 NodeSearch::Result NodeSearch::Find(const QString& text, std::size_t most) const {
     Result result;
     const QString wanted = text.trimmed().toCaseFolded();
-    if (wanted.isEmpty()) return result;
 
     std::vector<std::size_t> others;
     for (const std::size_t index : by_caption_) {

@@ -30,8 +30,8 @@ public:
     void Refresh();
 
     // The nodes whose captions contain `text`, whatever the case: first those that start with it,
-    // then the others, both by caption. None if `text` is blank. At most `most` rows; all are
-    // counted. Linear.
+    // then the others, both by caption; all nodes if `text` is blank. At most `most` rows; all hits
+    // are counted. Linear.
     [[nodiscard]] Result Find(const QString& text, std::size_t most) const;
 
     [[nodiscard]] std::size_t GetCount() const { return entries_.size(); }

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QEvent>
 #include <QFileInfo>
+#include <QFontInfo>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -18,6 +19,7 @@ namespace {
 constexpr int kMargin = 24;
 constexpr int kSpacing = 8;
 constexpr int kSectionGap = 20;
+constexpr double kHeadingScale = 1.8;
 constexpr int kColumnWidth = 760;
 // From this width on, examples stand in two columns.
 constexpr int kWideColumn = 600;
@@ -173,11 +175,6 @@ void StartPage::resizeEvent(QResizeEvent* event) {
     arrange_examples();
 }
 
-void StartPage::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
-    arrange_examples();
-}
-
 void StartPage::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     const bool concerns_texts = event->type() == QEvent::PaletteChange ||
@@ -188,7 +185,7 @@ void StartPage::changeEvent(QEvent* event) {
 
 void StartPage::style_texts() {
     QFont large = font();
-    large.setPointSizeF(large.pointSizeF() * 1.8);
+    large.setPointSizeF(QFontInfo(large).pointSizeF() * kHeadingScale);
     large.setWeight(QFont::DemiBold);
     heading_->setFont(large);
     QFont strong = font();

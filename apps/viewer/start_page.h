@@ -7,13 +7,13 @@
 
 #include <apps/viewer/examples.h>
 
-#include <QScrollArea>
 #include <QStringList>
 #include <QWidget>
 #include <vector>
 
 class QGridLayout;
 class QLabel;
+class QScrollArea;
 class QVBoxLayout;
 
 namespace nodeline::app {
@@ -41,7 +41,6 @@ Q_SIGNALS:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
-    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
