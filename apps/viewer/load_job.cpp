@@ -56,8 +56,9 @@ void LoadJob::ApplyLookTo(const graph_ptr2<Graph>& graph, bool is_dark) {
     if (handler != nullptr) ApplyLook(is_dark, *handler, *handler->edges());
 }
 
+// A graph that is shown goes on being measured when its job has gone.
 LoadJob::~LoadJob() {
-    cancel();
+    if (!has_ended_) cancel();
     if (thread_.joinable()) thread_.join();
 }
 
@@ -86,6 +87,7 @@ void LoadJob::run() {
     } catch (const std::exception& error) {
         failure_ = QString::fromUtf8(error.what());
     }
+    has_ended_ = true;
     QMetaObject::invokeMethod(this, &LoadJob::finished, Qt::QueuedConnection);
 }
 

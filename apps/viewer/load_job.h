@@ -67,6 +67,7 @@ private:
     std::shared_ptr<std::atomic<bool>> is_cancelled_ = std::make_shared<std::atomic<bool>>(false);
     std::atomic<int> node_count_ = 0;
     std::atomic<bool> is_read_ = false;
+    std::atomic<bool> has_ended_ = false;
     QString failure_;
     QStringList warnings_;
     std::thread thread_;
