@@ -72,6 +72,12 @@ if(TARGET nodeline_cli)
     install(TARGETS nodeline_cli RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endif()
 
+if(TARGET nodeline_viewer)
+    install(TARGETS nodeline_viewer RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    install(FILES "${PROJECT_SOURCE_DIR}/apps/viewer/nodeline-viewer.desktop"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+endif()
+
 configure_package_config_file(
     "${PROJECT_SOURCE_DIR}/cmake/nodelineConfig.cmake.in"
     "${PROJECT_BINARY_DIR}/nodelineConfig.cmake"

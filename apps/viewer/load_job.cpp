@@ -1,5 +1,6 @@
 #include <apps/viewer/load_job.h>
 #include <apps/viewer/theme.h>
+#include <apps/viewer/viewer_edge_handler.h>
 #include <apps/viewer/viewer_node_handler.h>
 #include <nodeline/handlers/handlers.h>
 #include <nodeline/layout/inc_layout.h>
@@ -21,7 +22,7 @@ public:
         : is_cancelled_(std::move(is_cancelled)) {}
 
     // The other half of the look.
-    [[nodiscard]] const graph_ptr2<DummyEdgeHandler>& edges() const { return edges_; }
+    [[nodiscard]] const graph_ptr2<ViewerEdgeHandler>& edges() const { return edges_; }
 
     nodeline::size<double> GetSize(Node node) override {
         if (*is_cancelled_) throw Cancelled();
@@ -34,7 +35,7 @@ public:
 
 private:
     std::shared_ptr<std::atomic<bool>> is_cancelled_;
-    graph_ptr2<DummyEdgeHandler> edges_{new DummyEdgeHandler, true};
+    graph_ptr2<ViewerEdgeHandler> edges_{new ViewerEdgeHandler, true};
 };
 
 // The graph gets what is its own here, for two threads may not share a handler or a layout.

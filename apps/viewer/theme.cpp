@@ -1,4 +1,5 @@
 #include <apps/viewer/theme.h>
+#include <apps/viewer/viewer_edge_handler.h>
 #include <apps/viewer/viewer_node_handler.h>
 #include <paintcore/painter.h>
 
@@ -184,8 +185,13 @@ void ApplyLook(bool dark, PortNodeHandler& nodes, DummyEdgeHandler& edges) {
     edges.color = look.edge;
     edges.marked_color = look.marked_edge;
     edges.pen_width = 1;
-    if (auto* const own = dynamic_cast<ViewerNodeHandler*>(&nodes))
+    if (auto* const own = dynamic_cast<ViewerNodeHandler*>(&nodes)) {
         own->GetStateLook() = look.states;
+    }
+    if (auto* const own = dynamic_cast<ViewerEdgeHandler*>(&edges)) {
+        own->background = look.background;
+        own->strong_color = look.states.selected_border;
+    }
 
     paintcore::SysPalette palette = paintcore::GetSysPalette();
     palette.Set(paintcore::SysPalette::kBackground, look.background);

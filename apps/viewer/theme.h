@@ -24,8 +24,8 @@ enum class Appearance {
 void ApplyAppearance(Appearance appearance);
 
 // Sets colours, fonts and outlines of nodes, ports and edges, and the background of the process's
-// palette. Owners and outlines by state are set where `nodes` is a `ViewerNodeHandler`. Sizes of
-// nodes depend on the font and not on `dark`; viewers have to be repainted.
+// palette. What else `ViewerNodeHandler` and `ViewerEdgeHandler` show is set where they are such.
+// Sizes of nodes depend on the font and not on `dark`; viewers have to be repainted.
 void ApplyLook(bool dark, PortNodeHandler& nodes, DummyEdgeHandler& edges);
 
 }  // namespace nodeline::app

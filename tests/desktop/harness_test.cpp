@@ -99,19 +99,16 @@ TEST_F(RunningProgramTest, AHomeThatIsGivenStays) {
     EXPECT_EQ(QFileInfo(home.filePath("config/kept")).size(), 4);
 }
 
-// The graph of the example, which fills its window, and of which "parse" stands at the very left.
+// The graph of the example, which fills its widget, and of which "parse" stands at the very left.
 class ExampleTest : public testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(server.IsRunning());
         window = server.WaitForWindow("Graph");
-        const QString overview = server.WaitForWindow("Overview");
         ASSERT_FALSE(window.isEmpty());
-        ASSERT_FALSE(overview.isEmpty());
-        server.Xdotool({"windowmove", "--sync", overview, "1000", "500"});
-        // Its pixels stay until the program has painted what was behind.
-        ASSERT_TRUE(WaitUntil([this] { return !FindInk({0, 0, 200, 150}); }));
-        ASSERT_TRUE(WaitUntil([this] { return FindInk(kWindow).has_value(); }));
+        ASSERT_TRUE(WaitUntil([this] {
+            return IsWhite({kGraph.topLeft(), QSize(1, 1)}) && FindInk(kGraph).has_value();
+        }));
     }
 
     // The leftmost pixel that is not white; none if there is none.
@@ -125,7 +122,10 @@ protected:
         return std::nullopt;
     }
 
-    static constexpr QRect kWindow{0, 0, 640, 480};
+    [[nodiscard]] bool IsWhite(const QRect& area) const { return !FindInk(area); }
+
+    // Within the widget of the graph.
+    static constexpr QRect kGraph{16, 16, 540, 360};
 
     XServer server;
     RunningProgram program{server, NODELINE_TEST_PROGRAM};
@@ -133,7 +133,7 @@ protected:
 };
 
 TEST_F(ExampleTest, AClickOnANodeReachesTheProgram) {
-    const QPoint parse = *FindInk(kWindow) + QPoint(8, 8);
+    const QPoint parse = *FindInk(kGraph) + QPoint(8, 8);
     server.Xdotool({"mousemove", "--sync", Text(parse.x()), Text(parse.y())});
     server.Xdotool({"click", "1"});
     EXPECT_TRUE(program.WaitForLine("clicked: \"parse\""))
@@ -141,11 +141,11 @@ TEST_F(ExampleTest, AClickOnANodeReachesTheProgram) {
 }
 
 TEST_F(ExampleTest, TheWheelWithCtrlMakesThePictureSmaller) {
-    const int left = FindInk(kWindow)->x();
+    const int left = FindInk(kGraph)->x();
     server.Xdotool({"windowfocus", "--sync", window});
-    server.Xdotool({"mousemove", "--sync", "320", "100"});
+    server.Xdotool({"mousemove", "--sync", "300", "100"});
     server.Xdotool({"keydown", "ctrl", "click", "5", "keyup", "ctrl"});
-    EXPECT_TRUE(WaitUntil([&] { return FindInk(kWindow).value_or(QPoint()).x() > left; }));
+    EXPECT_TRUE(WaitUntil([&] { return FindInk(kGraph).value_or(QPoint()).x() > left; }));
 }
 
 }  // namespace

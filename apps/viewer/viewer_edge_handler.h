@@ -1,0 +1,25 @@
+// Viewer edge handler: the edges of the desktop program, which step back where they are many and
+// come forward where they matter.
+#pragma once
+
+#include <nodeline/handlers/handlers.h>
+#include <paintcore/color.h>
+
+namespace nodeline::app {
+
+// A `DummyEdgeHandler` whose edges fade towards the background as the picture gets smaller. Those
+// of selected nodes, and the one under the pointer, keep a strong colour.
+class ViewerEdgeHandler : public DummyEdgeHandler {
+public:
+    void Draw(Edge edge, IPainter* painter) override;
+    void SetZoomFactor(double factor) override;
+
+    // To be read and changed.
+    paintcore::_color background{255, 255, 255};
+    paintcore::_color strong_color{0, 0, 0};
+
+private:
+    double contrast_ = 1.0;
+};
+
+}  // namespace nodeline::app
