@@ -28,6 +28,10 @@ areas() {
             continue
         fi
         printf '%s\n' "$area"
+        # Once more as on a screen of two device pixels to one.
+        if [[ "$area" =~ ^(qt|viewer_parts)$ ]]; then
+            printf '%s_fine\n' "$area"
+        fi
     done
 }
 
@@ -36,6 +40,9 @@ areas() {
 run_area() {
     local area=$1
     local report="$reports/$area"
+    if [[ "$area" == *_fine ]]; then
+        export QT_SCALE_FACTOR=2
+    fi
     exec 2>/dev/null  # where bash reports a crash, which the status tells as well
     if [[ "$area" == deep ]]; then
         case "$preset" in
@@ -43,7 +50,7 @@ run_area() {
             asan) ulimit -s unlimited 2>/dev/null || ulimit -s "$(ulimit -H -s)" ;;
         esac
     fi
-    timeout --kill-after=10 1200 "build/$preset/bin/${area}_tests" \
+    timeout --kill-after=10 1200 "build/$preset/bin/${area%_fine}_tests" \
         --gtest_output="xml:$report.xml" >"$report.log" 2>&1
     echo $? >"$report.status"
 }
@@ -112,7 +119,7 @@ mapfile -t chosen < <(if (($# > 0)); then printf '%s\n' "$@"; else areas; fi)
 rm -rf "$reports"
 mkdir -p "$reports"
 for area in "${chosen[@]}"; do
-    if is_built "$preset" "bin/${area}_tests"; then
+    if is_built "$preset" "bin/${area%_fine}_tests"; then
         printf '%s\n' "$area"
     fi
 done | xargs -P "$jobs" -I '{}' bash -c 'run_area "$1"' _ '{}'
