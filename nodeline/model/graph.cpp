@@ -2,8 +2,10 @@
 
 #include <nodeline/handlers/handlers.h>
 #include <nodeline/model/break_nodes.h>
+#include <nodeline/model/internal/revision.h>
 
 #include <cassert>
+#include <typeinfo>
 #include <vector>
 
 namespace nodeline {
@@ -259,7 +261,20 @@ Node Graph::GetRoot() const {
     return {store_, storage_ ? storage_->get_root() : graph_ptr<INodeImpl>()};
 }
 
-void Graph::SetStorage(graph_ptr<IGraphStorage> storage) { storage_ = std::move(storage); }
+void Graph::SetStorage(graph_ptr<IGraphStorage> storage) {
+    ++own_changes_;
+    storage_ = std::move(storage);
+}
+
+std::uint64_t Graph::GetRevision() {
+    const auto* const store = dynamic_cast<const DefaultGraphVis*>(store_.get());
+    const Node root = GetRoot();
+    const INodeImpl* const record = root.record().get();
+    const bool is_stock = record != nullptr && typeid(*record) == typeid(DefaultRootNodeImpl);
+    if (store == nullptr || !is_stock) ++own_changes_;
+    return own_changes_ + internal::look_revision +
+           (store != nullptr ? store->picture_revision() : 0);
+}
 
 NodeSet Graph::HitNodeTest(double x1, double y1, double x2, double y2) {
     return {store_->test_node_hit(x1, y1, x2, y2), store_};

@@ -27,6 +27,7 @@
 #include <nodeline/model/storage.h>
 #include <nodeline/model/vis.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -255,9 +256,19 @@ public:
     // inside a paint bracket of `painter`, opened if there is none; null means that none is needed.
     bool RecalculateLayout(IPainter* painter);
 
+    // A number that rises whenever the picture of the graph may have changed: what is in it and who
+    // owns what, captions and conditions (without those that say what is drawn and what is under
+    // the pointer), positions, sizes, routes and handlers. It tells nothing of what handlers keep
+    // themselves, may rise for changes of other graphs, and rises at each call where the storage or
+    // the visual store is an application's own. Numbers of different graphs do not compare.
+    // O(1).
+    [[nodiscard]] std::uint64_t GetRevision();
+
 private:
     graph_ptr<IGraphStorage> storage_;
     graph_ptr<IGraphVis> store_;
+    // What an application has replaced, and what it has asked of that.
+    std::uint64_t own_changes_ = 0;
 };
 
 }  // namespace nodeline

@@ -11,12 +11,23 @@ namespace nodeline {
 namespace internal {
 
 std::atomic<std::uint64_t> drawn_revision = 1;
+std::atomic<std::uint64_t> look_revision = 1;
 
 }  // namespace internal
 
 namespace {
 
-void note_change() { ++internal::drawn_revision; }
+void note_change() {
+    ++internal::drawn_revision;
+    ++internal::look_revision;
+}
+
+// `changed` are the bits that differ. What is drawn follows from the other bits, and what is under
+// the pointer changes too often to count as another picture.
+void note_bits(int changed, int hidden, int drawn, int hovered) {
+    if ((changed & (hidden | drawn)) != 0) ++internal::drawn_revision;
+    if ((changed & ~(drawn | hovered)) != 0) ++internal::look_revision;
+}
 
 template <class Set>
 graph_ptr<Set>& made(graph_ptr<Set>& set) {
@@ -116,8 +127,13 @@ graph_ptr<NodeImplSet> DefaultRootNodeImpl::get_owned() { return made(owned_); }
 DefaultNodeImpl::DefaultNodeImpl(graph_ptr<INodeImpl> owner)
     : id_(current_id++), owner_(std::move(owner)) {}
 
+void DefaultNodeImpl::set_caption(const std::string& caption) {
+    ++internal::look_revision;
+    caption_ = caption;
+}
+
 void DefaultNodeImpl::set_condition(int condition) {
-    if (((condition ^ condition_) & (NodeHidden | NodeDrawn)) != 0) note_change();
+    note_bits(condition ^ condition_, NodeHidden, NodeDrawn, NodeHovered);
     condition_ = condition;
 }
 
@@ -250,8 +266,13 @@ DefaultEdgeImpl::DefaultEdgeImpl(graph_ptr<INodeImpl> from, graph_ptr<INodeImpl>
       to_id_(to_->get_id()),
       id_(current_id++) {}
 
+void DefaultEdgeImpl::set_caption(const std::string& caption) {
+    ++internal::look_revision;
+    caption_ = caption;
+}
+
 void DefaultEdgeImpl::set_condition(int condition) {
-    if (((condition ^ condition_) & EdgeDrawn) != 0) note_change();
+    note_bits(condition ^ condition_, 0, EdgeDrawn, EdgeHovered);
     condition_ = condition;
 }
 

@@ -142,7 +142,7 @@ public:
 
     [[nodiscard]] int get_id() const override { return id_; }
     [[nodiscard]] std::string get_caption() const override { return caption_; }
-    void set_caption(const std::string& caption) override { caption_ = caption; }
+    void set_caption(const std::string& caption) override;
     [[nodiscard]] int get_tag() const override { return tag_; }
     void set_tag(const int& tag) override { tag_ = tag; }
     [[nodiscard]] int get_condition() const override { return condition_; }
@@ -203,7 +203,7 @@ public:
 
     [[nodiscard]] int get_id() const override { return id_; }
     [[nodiscard]] std::string get_caption() const override { return caption_; }
-    void set_caption(const std::string& caption) override { caption_ = caption; }
+    void set_caption(const std::string& caption) override;
     [[nodiscard]] int get_tag() const override { return tag_; }
     void set_tag(const int& tag) override { tag_ = tag; }
     [[nodiscard]] int get_condition() const override { return condition_; }

@@ -61,6 +61,7 @@ struct DefaultGraphVis::Tables {
     graph_ptr<NodeImplSet> update_list{new NodeImplSet};
     graph_ptr<NodeImplSet> resize_list{new NodeImplSet};
     graph_ptr<Revision> revision{new Revision};
+    unsigned long long handler_changes = 0;
     std::vector<Attachment> attachments;
     internal::NodeHits node_hits;
     internal::EdgeHits edge_hits;
@@ -137,7 +138,9 @@ graph_ptr2<INodeHandler> DefaultGraphVis::get_node_painter(graph_ptr<INodeImpl> 
 
 void DefaultGraphVis::set_node_painter(graph_ptr<INodeImpl> impl,
                                        graph_ptr2<INodeHandler> painter) {
-    if (impl) tables_->nodes.Get(impl->get_id()).painter = painter;
+    if (!impl) return;
+    ++tables_->handler_changes;
+    tables_->nodes.Get(impl->get_id()).painter = painter;
 }
 
 graph_ptr2<ILayout> DefaultGraphVis::get_default_layout() {
@@ -155,6 +158,7 @@ graph_ptr2<INodeHandler> DefaultGraphVis::get_default_node_painter() {
 }
 
 void DefaultGraphVis::set_default_node_painter(graph_ptr2<INodeHandler> painter) {
+    ++tables_->handler_changes;
     tables_->default_node_painter = painter;
 }
 
@@ -164,6 +168,7 @@ graph_ptr2<IEdgeHandler> DefaultGraphVis::get_default_edge_painter() {
 }
 
 void DefaultGraphVis::set_default_edge_painter(graph_ptr2<IEdgeHandler> painter) {
+    ++tables_->handler_changes;
     tables_->default_edge_painter = painter;
 }
 
@@ -175,6 +180,10 @@ graph_ptr<NodeImplSet> DefaultGraphVis::test_node_hit(double x1, double y1, doub
         });
     };
     return tables_->node_hits.Find(query, tables_->revision->value(), for_each);
+}
+
+unsigned long long DefaultGraphVis::picture_revision() const {
+    return tables_->revision->value() + tables_->handler_changes;
 }
 
 graph_ptr<EdgeImplSet> DefaultGraphVis::test_edge_hit(double x1, double y1, double x2, double y2) {

@@ -155,6 +155,9 @@ public:
     // store, and some time after the last other handle on the token is gone.
     graph_ptr<Countable>& attachment(const graph_ptr<Countable>& token);
 
+    // Rises with every change of a position, a size, a route or a handler.
+    [[nodiscard]] unsigned long long picture_revision() const;
+
     DefaultGraphVis(const DefaultGraphVis&) = delete;
     DefaultGraphVis& operator=(const DefaultGraphVis&) = delete;
 

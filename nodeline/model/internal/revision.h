@@ -1,4 +1,4 @@
-// A count of the changes that decide which nodes and edges are drawn.
+// Counts of the changes that decide which nodes and edges are drawn, and how they look.
 #pragma once
 
 #include <atomic>
@@ -10,5 +10,9 @@ namespace nodeline::internal {
 // an owned node or an edge, or a bit that hides it or marks it as drawn. While it stands, what was
 // computed from those is still right.
 extern std::atomic<std::uint64_t> drawn_revision;
+
+// Rises likewise with every change of what stands in a stock record and may show in a picture:
+// whatever raises the other, captions, and all bits but those that the drawing and the pointer set.
+extern std::atomic<std::uint64_t> look_revision;
 
 }  // namespace nodeline::internal
