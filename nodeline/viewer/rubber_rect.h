@@ -32,6 +32,8 @@ public:
     signal_t<CRubberRect<D>*, point<double>, point<double>, point<double>> OnShift;
     // At a release after a move: the press point and the pointer.
     signal_t<CRubberRect<D>*, point<double>, point<double>> OnEnd;
+    // Instead of `OnEnd`, where the mouse is lost after a press.
+    signal_t<CRubberRect<D>*> OnCancel;
 
     // Off at first. A running drag is left alone.
     void Enable(bool on) { enabled_ = on; }
@@ -43,6 +45,9 @@ public:
     void SetPosConverter(std::unique_ptr<nodeline::IPosConverter> converter);
     // Whether the pointer is held in the content rectangle of the parent, as it is at first.
     void SetClampToParent(bool clamp) { clamp_to_parent_ = clamp; }
+    // Whether only the left button, which begins a drag, ends it. Off at first: any release does.
+    void SetOwnButtonEnds(bool on) { own_button_ends_ = on; }
+    [[nodiscard]] bool GetOwnButtonEnds() const { return own_button_ends_; }
     // Ends a drag without a signal: gives the mouse back, nothing is pressed.
     void Reset();
 
@@ -68,6 +73,7 @@ private:
     point<int> prev_pos_;
     std::unique_ptr<nodeline::IPosConverter> pos_converter_;
     bool clamp_to_parent_ = true;
+    bool own_button_ends_ = false;
 };
 
 // A visible rectangle, which scrolls the models that its parent has handed on when the pointer
@@ -86,6 +92,8 @@ public:
     signal_t<CRubberRectEx<D>*, point<double>, point<double>, point<double>> OnShift;
     // At each release, also without a move: both corners as they were last painted.
     signal_t<CRubberRectEx<D>*, point<double>, point<double>> OnEnd;
+    // As above.
+    signal_t<CRubberRectEx<D>*> OnCancel;
 
     // As above.
     void Enable(bool on) { enabled_ = on; }
@@ -93,7 +101,17 @@ public:
     [[nodiscard]] bool IsPressed() const { return pressed_; }
     [[nodiscard]] bool IsActive() const { return active_; }
     void SetPosConverter(std::unique_ptr<nodeline::IPosConverter> converter);
+    void SetOwnButtonEnds(bool on) { own_button_ends_ = on; }
+    [[nodiscard]] bool GetOwnButtonEnds() const { return own_button_ends_; }
     void Reset();
+    // Whether the pointer may reach a logical x of 0 or below. Off at first: it is held right of
+    // it. There is no such limit in y.
+    void SetUnbounded(bool on) { unbounded_ = on; }
+    [[nodiscard]] bool GetUnbounded() const { return unbounded_; }
+    // The corners of the last press and move, whether they have been painted or not, in logical
+    // coordinates.
+    [[nodiscard]] point<double> GetStartCorner() const { return cur_start_; }
+    [[nodiscard]] point<double> GetEndCorner() const { return cur_end_; }
     // Whether the outline may be kept from one paint to the next. Either way, the outline counts as
     // gone after the call, so there is nothing to take away at the next paint.
     void SetOutlineOn(bool on);
@@ -137,6 +155,8 @@ private:
     bool scrolled_ = false;
     point<int> start_pix_;
     int release_keys_ = 0;
+    bool own_button_ends_ = false;
+    bool unbounded_ = false;
 };
 
 extern template class CRubberRect<DummyDrawer>;

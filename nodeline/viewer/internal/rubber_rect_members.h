@@ -97,7 +97,9 @@ void CRubberRect<D>::Reset() {
 
 template <class D>
 void CRubberRect<D>::HandleCaptureLost() {
+    const bool was_pressed = pressed_;
     Reset();
+    if (was_pressed) OnCancel(this);
 }
 
 template <class D>
@@ -140,7 +142,8 @@ bool CRubberRect<D>::HandleMouseMove(int x, int y, int /*keys*/, MouseButton /*b
 }
 
 template <class D>
-bool CRubberRect<D>::HandleButtonUp(int /*x*/, int /*y*/, int /*keys*/, MouseButton /*button*/) {
+bool CRubberRect<D>::HandleButtonUp(int /*x*/, int /*y*/, int /*keys*/, MouseButton button) {
+    if (own_button_ends_ && button != MouseButton::Left) return false;
     CVisualElement* const parent = GetParent();
     if (active_ && parent != nullptr) {
         const point<double> start = internal::logical_point(parent, start_pos_);
@@ -208,7 +211,9 @@ void CRubberRectEx<D>::SetOutlineOn(bool on) {
 
 template <class D>
 void CRubberRectEx<D>::HandleCaptureLost() {
+    const bool was_pressed = pressed_;
     Reset();
+    if (was_pressed) OnCancel(this);
 }
 
 template <class D>
@@ -229,6 +234,7 @@ void CRubberRectEx<D>::StartDragging(CVisualElement* /*element*/, int x, int y, 
 
 template <class D>
 int CRubberRectEx<D>::limited_x(int x, int y) const {
+    if (unbounded_) return x;
     point<double> p = internal::logical_point(GetParent(), {x, y});
     // The least positive number, not the lowest one: no drag reaches a logical x of 0 or below.
     constexpr double kLeast = std::numeric_limits<double>::min();
@@ -295,7 +301,8 @@ bool CRubberRectEx<D>::HandleMouseMove(int x, int y, int /*keys*/, MouseButton /
 }
 
 template <class D>
-bool CRubberRectEx<D>::HandleButtonUp(int /*x*/, int /*y*/, int keys, MouseButton /*button*/) {
+bool CRubberRectEx<D>::HandleButtonUp(int /*x*/, int /*y*/, int keys, MouseButton button) {
+    if (own_button_ends_ && button != MouseButton::Left) return false;
     release_keys_ = keys;
     if (!pressed_) return false;
     const Watch<CVisualElement> watch(this);
