@@ -30,7 +30,10 @@ CContent::CContent(CVisualElement* parent, graph_ptr2<Graph> graph, bool needCoo
     drag_tracker_->Enable(true);
     drag_tracker_->OnShift.connect(this, &CContent::ShiftProcessing);
     drag_tracker_->OnEnd.connect(this, &CContent::EndShiftProcessing);
+    drag_tracker_->OnCancel.connect(this, &CContent::HandleDragCancel);
+    zoom_rect_->OnShift.connect(this, &CContent::FollowRubber);
     zoom_rect_->OnEnd.connect(this, &CContent::ChangeScrollModel);
+    zoom_rect_->OnCancel.connect(this, &CContent::HandleRubberCancel);
 }
 
 CContent::~CContent() = default;
@@ -74,6 +77,15 @@ void CContent::SetGraph(graph_ptr2<Graph> graph) {
 
 void CContent::ShowGraph(graph_ptr2<Graph> graph) {
     const Watch watch(this);
+    if (tell_hover_) {
+        end_hover();
+        if (!watch) return;
+        // What that has noted is of the former graph.
+        redraw_nodes_.clear();
+        redraw_edges_.clear();
+    }
+    if (single_press_) drop_press();
+    if (!watch) return;
     graph_ = graph;
     HoldSomeGraph(graph_);
     RecalculateLayout();
@@ -124,6 +136,7 @@ size<double> CContent::view_extent() const {
 
 void CContent::emit_view() {
     const size<double> extent = view_extent();
+    told_start_ = {horz_start_, vert_start_};
     OnChangeView(point<double>{horz_start_, vert_start_},
                  point<double>{horz_start_ + extent.cx, vert_start_ + extent.cy});
 }

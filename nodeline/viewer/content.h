@@ -98,6 +98,7 @@ public:
     bool HandleContextMenu(int x, int y) override;
     bool HandleDragOver(int x, int y) override;
     bool HandleDragDrop(int x, int y) override;
+    void HandleCaptureLost() override;
     void DP2LP(point<double>* p) override;
     void LP2DP(point<double>* p) override;
 
@@ -108,6 +109,11 @@ public:
     // What meets a rectangle of pixels; edges are widened by a pixel, so that thin ones are hit.
     [[nodiscard]] NodeSet HitNodeTest(int x1, int y1, int x2, int y2) const;
     [[nodiscard]] EdgeSet HitEdgeTest(int x1, int y1, int x2, int y2) const;
+    // The node that an event at a pixel is for; the root where there is no other. It is the first
+    // one that is hit, or what `SetPickDrawn` says.
+    [[nodiscard]] Node GetNodeAt(point<int> pixel) const;
+    // The edge that it is for where no node takes it, found in the same way; may be empty.
+    [[nodiscard]] Edge GetEdgeAt(point<int> pixel) const;
 
     // A `RubberMode`; any value but 0 selects. The rectangle is off at first: see `GetZoomRect`.
     void SetRubberMode(int mode) { rubber_mode_ = mode; }
@@ -123,6 +129,49 @@ public:
     [[nodiscard]] DragTracker* GetDragTracker() const { return drag_tracker_; }
     [[nodiscard]] ZoomRect* GetZoomRect() const { return zoom_rect_; }
 
+    // ----- Options for surfaces that a person works with. All are off at first; the visible rubber
+    // rectangle has one of its own (`GetZoomRect()->SetUnbounded`).
+
+    // Whether events are for what the user sees. Then nodes and edges that are not drawn, because
+    // they or their ends are hidden, take no clicks, drags, menus, tooltips or hovers, and the node
+    // at a pixel is the innermost drawn one; of nodes that overlap without owning one another, the
+    // one that is painted last. So is the edge.
+    void SetPickDrawn(bool on) { pick_drawn_ = on; }
+    [[nodiscard]] bool GetPickDrawn() const { return pick_drawn_; }
+    // Whether a rubber rectangle of more than four pixels on one side leaves no click behind, if it
+    // ends in the node that it began in.
+    void SetRubberEndsPress(bool on) { rubber_ends_press_ = on; }
+    [[nodiscard]] bool GetRubberEndsPress() const { return rubber_ends_press_; }
+    // Whether the rectangle of `RubberSelect` selects, by their `NodeSelected`, the drawn nodes
+    // that own nothing and that it touches: these instead of all others, or with shift besides. No
+    // handler hears of it. A rectangle then counts, in either mode, if it is larger than four
+    // pixels, instead of twenty units; one that selects need be so on one side only.
+    void SetSelectTouched(bool on) { select_touched_ = on; }
+    [[nodiscard]] bool GetSelectTouched() const { return select_touched_; }
+    // Whether `OnChangeView` is emitted also while a rubber rectangle scrolls the view.
+    void SetTellRubberScroll(bool on) { tell_rubber_scroll_ = on; }
+    [[nodiscard]] bool GetTellRubberScroll() const { return tell_rubber_scroll_; }
+    // Whether there is one press at a time. A new one takes the place of one that has not ended,
+    // only the button that began it ends it, the mouse is captured for it, so that the surface
+    // hears of the end wherever that is, and outside of the surface it is no click. Losing the
+    // mouse and showing another graph end it without a trace.
+    void SetSinglePress(bool on);
+    [[nodiscard]] bool GetSinglePress() const { return single_press_; }
+    // Whether the handlers of nodes and edges are told of the pointer (`HandleMouseHover`,
+    // `HandleMouseLeave`), of at most one node or edge at a time: the node at a pixel, unless it is
+    // the root; where that or an owner is, an edge goes first. What is not drawn is never told of.
+    // It ends when the pointer leaves the surface, when a drag begins or is cancelled, with another
+    // graph, and when the node or edge is hidden or removed (a removed one is told nothing). While
+    // a button is down nothing new begins. The answers are obeyed without `OnChangeView` where a
+    // repaint is enough, and up to eight nodes are repainted alone instead of two.
+    void SetTellHover(bool on);
+    [[nodiscard]] bool GetTellHover() const { return tell_hover_; }
+
+    // Emitted where one of the options has ended a press that is to be no click: a rubber rectangle
+    // has come of it, it was lost, or it ends outside of the surface. The `OnButtonUp` that may
+    // follow is of no press.
+    signal_t<CVisualElement*> OnPressDropped;
+
     // The handler of `node` or `edge` is told when the pointer leaves the surface, once. For
     // applications that follow the pointer themselves.
     void NoteHover(const Node& node) { hover_nodes_.push_back(node); }
@@ -137,8 +186,6 @@ protected:
     point<double> GetViewStart() const override;
 
 private:
-    // What the pointer is on: a node, or the root where there is none.
-    [[nodiscard]] Node target_at(int x, int y) const;
     // Of the view, in logical units.
     [[nodiscard]] size<double> view_extent() const;
     void emit_view();
@@ -146,6 +193,20 @@ private:
     void note_result(const Node& node, int result);
     // The handler's answer to a release, joined with that to the click that it may be.
     int release(int x, int y, int keys, MouseButton button);
+    // Whether the surface or one of its rubber rectangles has the mouse.
+    [[nodiscard]] bool has_mouse() const;
+    [[nodiscard]] bool is_in_view(const point<int>& pixel) const;
+    void forget_press();
+    void drop_press();
+    void lose_press();
+    // What is under the pointer takes the place of what was.
+    void hover_at(point<int> pixel);
+    void end_hover();
+    void end_stale_hover();
+    // The handler's answer. The hover has ended before it is asked.
+    int leave_hovered();
+    int enter(const Node& node, const Edge& edge);
+    void obey_hover(int result);
     void restore_cursor();
     bool handle_tooltip(CTooltipEvent* event, bool track);
     // Asks the handler of a node or an edge.
@@ -156,6 +217,9 @@ private:
     void draw_requested(paintcore::IPainter* painter);
     void draw_area(paintcore::IPainter* painter, const rectangle<double>& area);
     void select_in(const point<double>& a, const point<double>& b);
+    void select_touched_in(const point<double>& a, const point<double>& b, bool adds);
+    // Whether a rubber rectangle of this extent is large enough to do anything.
+    [[nodiscard]] bool is_gesture(const size<double>& extent) const;
     void zoom_to(const point<double>& a, const point<double>& b);
 
     // How far the range of an axis reaches beyond the root.
@@ -171,6 +235,9 @@ private:
                          point<double> prev);
     void EndShiftProcessing(DragTracker* rubber, point<double> start, point<double> end);
     void ChangeScrollModel(ZoomRect* rect, point<double> a, point<double> b);
+    void FollowRubber(ZoomRect* rect, point<double> start, point<double> cur, point<double> prev);
+    void HandleDragCancel(DragTracker* tracker);
+    void HandleRubberCancel(ZoomRect* rect);
 
     double scale_ = 1.0;
     Beyond horz_beyond_;
@@ -187,6 +254,16 @@ private:
     std::vector<Node> redraw_nodes_;
     std::vector<Edge> hover_edges_;
     std::vector<Edge> redraw_edges_;
+    MouseButton press_button_ = MouseButton::None;  // of the single press
+    point<double> told_start_;                      // of the last `OnChangeView`
+    Node hovered_node_;                             // either may be empty
+    Edge hovered_edge_;
+    bool pick_drawn_ = false;
+    bool rubber_ends_press_ = false;
+    bool select_touched_ = false;
+    bool tell_rubber_scroll_ = false;
+    bool single_press_ = false;
+    bool tell_hover_ = false;
     bool move_nodes_ = false;
     bool cursor_pending_ = false;
     bool need_coord_system_;

@@ -12,6 +12,8 @@ using Watch = viewkit::Watch<CVisualElement>;
 
 // More nodes than this are not worth painting one by one.
 constexpr std::size_t kMostNodesAlone = 2;
+// The same where the pointer is followed and may pass several between two paints.
+constexpr std::size_t kMostNodesHovered = 8;
 
 // Draws nodes and edges until the surface that they are drawn for is gone, and then nothing more:
 // the painter has gone with it.
@@ -44,6 +46,8 @@ void CContent::DrawContent(paintcore::IPainter* painter) {
     if (watch && is_laid_out) Invalidate();
     if (!watch) return;
     MarkDrawnIn(graph_);
+    end_stale_hover();
+    if (!watch) return;
     if (need_coord_system_) SetCoordSystem(painter);
     OnDraw(this, painter);
     if (!watch) return;
@@ -62,7 +66,7 @@ void CContent::DrawPicture(paintcore::IPainter* painter) {
 
 // Paints over what stands there, without a clip and without the background.
 void CContent::draw_requested(paintcore::IPainter* painter) {
-    if (redraw_nodes_.size() > kMostNodesAlone) {
+    if (redraw_nodes_.size() > (tell_hover_ ? kMostNodesHovered : kMostNodesAlone)) {
         Invalidate();
         return;
     }

@@ -9,11 +9,6 @@ using Watch = viewkit::Watch<CVisualElement>;
 
 }  // namespace
 
-Node CContent::target_at(int x, int y) const {
-    const NodeSet met = HitNodeTest(x, y, x, y);
-    return met.GetCount() > 0 ? met.GetItem(0) : graph_->GetRoot();
-}
-
 void CContent::note_result(const Node& node, int result) {
     if (result == HandlerRepaint) NoteRepaint(node);
 }
@@ -28,15 +23,19 @@ void CContent::handle_epilogue(int result) {
     }
 }
 
-bool CContent::HandleMouseMove(int /*x*/, int /*y*/, int /*keys*/, MouseButton /*button*/) {
+bool CContent::HandleMouseMove(int x, int y, int /*keys*/, MouseButton button) {
+    // A handler takes a hover for the end of its press.
+    if (tell_hover_ && button == MouseButton::None && !has_mouse()) hover_at({x, y});
     return true;
 }
 
 bool CContent::HandleButtonDown(int x, int y, int keys, MouseButton button) {
     const Watch watch(this);
-    const Node target = target_at(x, y);
+    const Node target = GetNodeAt({x, y});
     const point<double> p = ConvertP2L({x, y});
+    if (single_press_) pressed_nodes_.clear();
     pressed_nodes_.push_back(target);
+    press_button_ = button;
     grab_offset_ = p - pressed_nodes_.front().GetPosition();
     const int result = target.GetHandler()->HandleButtonDown(target, p.x, p.y, keys, button);
     if (!watch) return true;
@@ -49,7 +48,14 @@ bool CContent::HandleButtonDown(int x, int y, int keys, MouseButton button) {
     drag_tracker_->Reset();
     zoom_rect_->Reset();
     zoom_rect_->OnChange(zoom_rect_, viewkit::UpdateType::Content);
+    // A rubber rectangle that goes on with the press takes the mouse over.
+    if (watch && single_press_) CaptureMouse();
     return !watch || result != HandlerIgnored;
+}
+
+bool CContent::is_in_view(const point<int>& pixel) const {
+    const rectangle<int> r = GetContentRect();
+    return pixel.x >= r.left && pixel.x < r.right && pixel.y >= r.top && pixel.y < r.bottom;
 }
 
 bool CContent::HandleButtonUp(int x, int y, int keys, MouseButton button) {
@@ -60,29 +66,35 @@ bool CContent::HandleButtonUp(int x, int y, int keys, MouseButton button) {
 
 int CContent::release(int x, int y, int keys, MouseButton button) {
     const Watch watch(this);
-    const Node target = target_at(x, y);
+    const Node target = GetNodeAt({x, y});
     const point<double> p = ConvertP2L({x, y});
+    const bool ends_press = !single_press_ || button == press_button_;
     const CoordsKeeper keeper(this, target, GetLife());
     int result = target.GetHandler()->HandleButtonUp(target, p.x, p.y, keys, button);
     if (!watch) return result;
     note_result(target, result);
-    if (!pressed_nodes_.empty() && pressed_nodes_.front() == target) {
+    const bool is_dropped = single_press_ && ends_press && !is_in_view({x, y});
+    if (ends_press && !is_dropped && !pressed_nodes_.empty() && pressed_nodes_.front() == target) {
         const int click = target.GetHandler()->HandleClick(target, p.x, p.y, keys, button);
         if (!watch) return result;
         note_result(target, click);
         result |= click;
     }
-    pressed_nodes_.clear();
+    if (ends_press) pressed_nodes_.clear();
+    if (is_dropped) OnPressDropped(this);
+    if (!watch) return result;
     OnButtonUp(this, x, y, keys, button);
     if (!watch) return result;
     handle_epilogue(result);
-    if (watch) drag_tracker_->Reset();
+    if (!watch || !ends_press) return result;
+    drag_tracker_->Reset();
+    if (single_press_) forget_press();
     return result;
 }
 
 bool CContent::HandleDoubleClick(int x, int y, int keys, MouseButton button) {
     const Watch watch(this);
-    const Node target = target_at(x, y);
+    const Node target = GetNodeAt({x, y});
     const point<double> p = ConvertP2L({x, y});
     const int result = target.GetHandler()->HandleDoubleClick(target, p.x, p.y, keys, button);
     if (!watch) return true;
@@ -94,7 +106,7 @@ bool CContent::HandleDoubleClick(int x, int y, int keys, MouseButton button) {
 
 bool CContent::HandleContextMenu(int x, int y) {
     const Watch watch(this);
-    const Node target = target_at(x, y);
+    const Node target = GetNodeAt({x, y});
     const point<double> p = ConvertP2L({x, y});
     const int result = target.GetHandler()->HandleContextMenu(target, p.x, p.y);
     if (!watch) return true;
@@ -108,6 +120,10 @@ void CContent::HandleMouseHover(CVisualElement* /*element*/) {}
 
 void CContent::HandleMouseLeave(CVisualElement* /*element*/) {
     const Watch watch(this);
+    end_hover();
+    if (!watch) return;
+    // What has changed is repainted already, unless the application has noted something itself.
+    const bool repaints = !tell_hover_ || !hover_nodes_.empty() || !hover_edges_.empty();
     zoom_rect_->SetOutlineOn(false);
     const std::vector<Node> nodes = hover_nodes_;
     for (const Node& node : nodes) {
@@ -122,7 +138,7 @@ void CContent::HandleMouseLeave(CVisualElement* /*element*/) {
     }
     hover_edges_.clear();
     OnMouseLeave(this);
-    if (watch) handle_epilogue(HandlerRecalculate);
+    if (watch && repaints) handle_epilogue(HandlerRecalculate);
     if (watch) zoom_rect_->SetOutlineOn(true);
 }
 

@@ -12,6 +12,8 @@ using Watch = viewkit::Watch<CVisualElement>;
 
 // A rectangle that is no larger, in logical units, is no gesture.
 constexpr double kLeastExtent = 20.0;
+// The same in pixels: four may be a hand that only clicks. The half is for rounding.
+constexpr double kLeastPixels = 4.5;
 
 }  // namespace
 
@@ -19,13 +21,17 @@ constexpr double kLeastExtent = 20.0;
 void CContent::ShiftProcessing(DragTracker* /*rubber*/, point<double> /*start*/, point<double> cur,
                                point<double> prev) {
     if (pressed_nodes_.empty()) return;
+    const Watch watch(this);
+    end_hover();
+    if (!watch || pressed_nodes_.empty()) return;
     const Node node = pressed_nodes_.front();
+    // It was removed while it was pressed.
+    if (single_press_ && node.IsDummy() && !IsRoot(node)) return;
     if (move_nodes_ && node.GetOwned().GetCount() == 0) {
         MoveNode(node, cur.x - grab_offset_.x, cur.y - grab_offset_.y);
         RenewView(true);
         return;
     }
-    const Watch watch(this);
     SetStartX(GetHorzStart() - (cur.x - prev.x));
     if (watch) SetStartY(GetVertStart() - (cur.y - prev.y));
 }
@@ -38,9 +44,25 @@ void CContent::EndShiftProcessing(DragTracker* /*rubber*/, point<double> /*start
 
 void CContent::ChangeScrollModel(ZoomRect* rect, point<double> a, point<double> b) {
     const Watch watch(this);
-    if (std::abs(b.x - a.x) > kLeastExtent && std::abs(b.y - a.y) > kLeastExtent) {
+    const point<double> from = rect->GetStartCorner();
+    const point<double> to = rect->GetEndCorner();
+    const bool is_drag =
+        std::max(std::abs(to.x - from.x), std::abs(to.y - from.y)) * scale_ > kLeastPixels;
+    if (rubber_ends_press_ && is_drag) {
+        pressed_nodes_.clear();
+        OnPressDropped(this);
+        if (!watch) return;
+    }
+    // The pointer may have gone further than what has been painted.
+    if (select_touched_) {
+        a = from;
+        b = to;
+    }
+    if (is_gesture({std::abs(b.x - a.x), std::abs(b.y - a.y)})) {
         if (rubber_mode_ == RubberZoom) {
             zoom_to(a, b);
+        } else if (select_touched_) {
+            select_touched_in(a, b, (rect->GetReleaseKeys() & paintcore::KeyShift) != 0);
         } else {
             select_in(a, b);
         }
@@ -50,6 +72,29 @@ void CContent::ChangeScrollModel(ZoomRect* rect, point<double> a, point<double> 
     rect->Reset();
     rect->OnChange(rect, viewkit::UpdateType::Content);
     if (watch) restore_cursor();
+}
+
+bool CContent::is_gesture(const size<double>& extent) const {
+    if (!select_touched_) return extent.cx > kLeastExtent && extent.cy > kLeastExtent;
+    const double longer = std::max(extent.cx, extent.cy) * scale_;
+    const double shorter = std::min(extent.cx, extent.cy) * scale_;
+    return (rubber_mode_ == RubberZoom ? shorter : longer) > kLeastPixels;
+}
+
+void CContent::select_touched_in(const point<double>& a, const point<double>& b, bool adds) {
+    MarkDrawnIn(graph_);
+    if (!adds) {
+        const auto unselect = [](const Node& node) {
+            if (IsFlagSet(node, NodeSelected)) Unselect(node);
+        };
+        ForEachNodeIn(graph_->GetRoot(), unselect, false, false);
+    }
+    const NodeSet met = graph_->HitNodeTest(std::min(a.x, b.x), std::min(a.y, b.y),
+                                            std::max(a.x, b.x), std::max(a.y, b.y));
+    for (const Node& node : met) {
+        if (node.GetOwned().GetCount() == 0 && IsFlagSet(node, NodeDrawn)) Select(node);
+    }
+    Invalidate();
 }
 
 // The rectangle is logical, and is looked up as if it were in pixels.
@@ -72,6 +117,14 @@ void CContent::zoom_to(const point<double>& a, const point<double>& b) {
                       (r.bottom - r.top) / std::abs(b.y - a.y)));
     if (watch) SetStartX(std::min(a.x, b.x));
     if (watch) SetStartY(std::min(a.y, b.y));
+}
+
+void CContent::FollowRubber(ZoomRect* /*rect*/, point<double> /*start*/, point<double> /*cur*/,
+                            point<double> /*prev*/) {
+    const Watch watch(this);
+    end_hover();
+    if (!watch || !tell_rubber_scroll_) return;
+    if (told_start_ != point<double>{horz_start_, vert_start_}) emit_view();
 }
 
 void CContent::restore_cursor() {

@@ -39,11 +39,10 @@ bool CContent::HandleOnTooltipTrack(CTooltipEvent* event) { return handle_toolti
 bool CContent::handle_tooltip(CTooltipEvent* event, bool track) {
     const Watch watch(this);
     const point<int> at = event->pos;
-    int result = ask(target_at(at.x, at.y), event, track);
+    int result = ask(GetNodeAt(at), event, track);
     if (!watch) return true;
     if (result == HandlerIgnored) {
-        const EdgeSet edges = HitEdgeTest(at.x, at.y, at.x, at.y);
-        if (edges.GetCount() > 0) result = ask(edges.GetItem(0), event, track);
+        if (const Edge edge = GetEdgeAt(at)) result = ask(edge, event, track);
         if (!watch) return true;
     }
     (track ? OnTooltipTrack : OnTooltip)(this, event);

@@ -97,6 +97,7 @@ public:
     int HandleContextMenu(Node n, double x, double y) override {
         return script_->Point("context", Name(n), {x, y});
     }
+    int HandleMouseHover(Node n) override { return script_->Play("hover", Name(n)); }
     int HandleMouseLeave(Node n) override { return script_->Play("leave", Name(n)); }
     int HandleOnTooltip(Node n, CGraphTooltipEvent* e) override {
         return script_->Ask("tooltip", Name(n), e);
@@ -127,6 +128,7 @@ public:
     }
     [[nodiscard]] double GetWidth(Edge) const override { return 1.0; }
     void SetZoomFactor(double factor) override { zoom = factor; }
+    int HandleMouseHover(Edge e) override { return script_->Play("hover", e.GetCaption()); }
     int HandleMouseLeave(Edge e) override { return script_->Play("leave", e.GetCaption()); }
     int HandleOnTooltip(Edge e, CGraphTooltipEvent* tip) override {
         return script_->Ask("edge tooltip", e.GetCaption(), tip);
@@ -244,6 +246,12 @@ struct Stage {
         return content->ConvertL2P({p.x + s.cx * 0.5, p.y + s.cy * 0.5});
     }
     [[nodiscard]] point<int> PixelBeside() const { return {3, 3}; }
+    // One on the edge, halfway between its nodes.
+    [[nodiscard]] point<int> PixelOfEdge() const {
+        const point<double> from = a.GetPosition();
+        const point<double> to = b.GetPosition();
+        return content->ConvertL2P({(from.x + 40.0 + to.x) * 0.5, from.y + 10.0});
+    }
 
     Log Take() { return script.Take(); }
     // The captions that painter calls draw, with "fill" for each background.
