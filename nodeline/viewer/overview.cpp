@@ -1,8 +1,5 @@
 #include <checkfence/assert.h>
 #include <nodeline/handlers/internal/truncate.h>
-#include <nodeline/handlers/node_handler.h>
-#include <nodeline/ops/graph_ops.h>
-#include <nodeline/viewer/draw_functions.h>
 #include <nodeline/viewer/internal/arrow_keys.h>
 #include <nodeline/viewer/overview.h>
 #include <viewkit/control.h>
@@ -13,11 +10,9 @@
 namespace nodeline {
 namespace {
 
-using paintcore::_color;
 using Watch = viewkit::Watch<CVisualElement>;
 
 constexpr size<int> kInitialSize{40, 40};
-constexpr paintcore::pen kViewPen{_color(180, 20, 20), 2, 1};
 constexpr double kKeyStep = 10.0;
 // How far from an edge, in pixels, a press takes hold of it, and then how far from the press an
 // edge is dragged.
@@ -95,6 +90,9 @@ void COverviewContent::HandleOnChangeView(point<double> a, point<double> b) {
     view_rect_ = {a.x, a.y, b.x, b.y};
     compute_scale();
     OnChange(this, viewkit::UpdateType::Content);
+    if (!view_overlay_) return;
+    const graph_ptr2<Graph> graph = viewer_->GetGraph();
+    if (graph && is_held(*graph)) OnNodesHeld();
 }
 
 void COverviewContent::SetPos(const rectangle<int>& bounds, bool repaint) {
@@ -135,31 +133,15 @@ void COverviewContent::LP2DP(point<double>* p) {
     *p = {p->x * factor.cx, p->y * factor.cy};
 }
 
-void COverviewContent::DrawContent(paintcore::IPainter* painter) {
-    const Watch watch(this);
-    const rectangle<double> all = painter->GetPaintRect();
-    painter->SetBrush({paintcore::GetSysPalette()[paintcore::SysPalette::kBackground], 1});
-    painter->FillRect(all);
-    const graph_ptr2<Graph> graph = viewer_ != nullptr ? viewer_->GetGraph() : graph_ptr2<Graph>();
-    if (!graph) return;
-    SetCoordSystem(painter);
-    const DrawNode draw_node{painter, overview_scale_};
-    const auto draw = [&](const Node& node) {
-        if (watch) draw_node(node);
-    };
-    ForEachNodeIn(graph->GetRoot(), draw, false, true);
-    if (!watch) return;
-    painter->SetPen(kViewPen);
-    painter->SetBrush({_color(0, 0, 0), 0});
-    painter->Rectangle(view_rect_);
-    painter->ResetClip();
-}
-
 // ---------------------------------------------------------------------------------------------
 // The pointer and the keyboard
 
 void COverviewContent::StartShiftProcessing(Tracker* /*rubber*/, point<double> p,
                                             point<double> /*q*/) {
+    if (grab_anywhere_ && viewer_ != nullptr) {
+        start_grip(p);
+        return;
+    }
     const double d = kGrabDistance / overview_scale_;
     const rectangle<double>& r = view_rect_;
     if (p.x < r.left - d || p.x > r.right + d || p.y < r.top - d || p.y > r.bottom + d) {
@@ -177,6 +159,8 @@ void COverviewContent::ShiftProcessing(Tracker* /*rubber*/, point<double> start,
     const Watch watch(this);
     if (drag_mode_ == DragMode::kMoveAll) {
         shift_all(cur, prev);
+    } else if (drag_mode_ == DragMode::kResize) {
+        resize_view(cur - start);
     } else {
         shift_edges(start, cur - prev);
     }

@@ -7,7 +7,16 @@
 
 namespace viewkit {
 
-enum class Cursor { Arrow = 0, Hand = 1, Move = 2, Cross = 3, SizeHorz = 4, SizeVert = 5 };
+enum class Cursor {
+    Arrow = 0,
+    Hand = 1,
+    Move = 2,
+    Cross = 3,
+    SizeHorz = 4,
+    SizeVert = 5,
+    SizeFalling = 6,  // from the top left to the bottom right
+    SizeRising = 7    // from the bottom left to the top right
+};
 
 // A surface on a screen, or in memory, that keeps a picture of what was painted on it. A backend
 // implements this and tells a `CControl` what the user does.

@@ -89,6 +89,10 @@ Qt::CursorShape ToCursorShape(viewkit::Cursor cursor) {
             return Qt::SizeHorCursor;
         case viewkit::Cursor::SizeVert:
             return Qt::SizeVerCursor;
+        case viewkit::Cursor::SizeFalling:
+            return Qt::SizeFDiagCursor;
+        case viewkit::Cursor::SizeRising:
+            return Qt::SizeBDiagCursor;
         default:
             return Qt::ArrowCursor;
     }
