@@ -59,6 +59,16 @@ void ShowWithOwners(const Node& node) {
 
 int Distance(const QPoint& a, const QPoint& b) { return (a - b).manhattanLength(); }
 
+void SetOptions(CContent& content) {
+    content.SetPickDrawn(true);
+    content.SetRubberEndsPress(true);
+    content.SetSelectTouched(true);
+    content.SetTellRubberScroll(true);
+    content.SetSinglePress(true);
+    content.SetTellHover(true);
+    content.GetZoomRect()->SetUnbounded(true);
+}
+
 }  // namespace
 
 void GiveLookAndLayout(const graph_ptr2<Graph>& graph) {
@@ -80,6 +90,7 @@ public:
         content->OnButtonDown.connect(this, &Listener::HandleOnButtonDown);
         content->OnButtonUp.connect(this, &Listener::HandleOnButtonUp);
         content->OnDoubleClick.connect(this, &Listener::HandleOnDoubleClick);
+        content->OnPressDropped.connect(this, &Listener::HandleOnPressDropped);
     }
 
     // What has been clicked, or dragged somewhere, since the last call.
@@ -96,9 +107,8 @@ public:
     [[nodiscard]] Node NodeAt(int x, int y) const {
         const CGraphViewer* const viewer = widget_->viewer();
         if (viewer == nullptr) return {};
-        const NodeSet met = viewer->GetContent()->HitNodeTest(x, y, x, y);
-        const Node node = met.GetCount() > 0 ? met.GetItem(0) : Node();
-        return node && !IsRoot(node) ? node : Node();
+        const Node node = viewer->GetContent()->GetNodeAt({x, y});
+        return IsRoot(node) ? Node() : node;
     }
 
 private:
@@ -107,6 +117,10 @@ private:
         QPoint at;
         point<double> position;  // of the node
     };
+
+    void note_move(const Press& press) {
+        if (press.node.GetPosition() != press.position) moved_ = {press.node, press.position};
+    }
 
     void HandleOnChangeView(point<double> /*a*/, point<double> /*b*/) {
         Q_EMIT widget_->viewChanged();
@@ -122,16 +136,18 @@ private:
 
     void HandleOnButtonUp(CVisualElement* /*element*/, int x, int y, int /*keys*/,
                           MouseButton button) {
+        if (button != MouseButton::Left) return;
         const std::optional<Press> press = std::exchange(press_, std::nullopt);
-        if (!press || !press->node || button != MouseButton::Left) return;
-        if (Distance({x, y}, press->at) >= kLeastDrag) {
-            if (press->node.GetPosition() != press->position) {
-                moved_ = {press->node, press->position};
-            }
-            return;
-        }
+        if (!press || !press->node) return;
+        if (Distance({x, y}, press->at) >= kLeastDrag) return note_move(*press);
         const Node node = NodeAt(x, y);
         if (node && node == press->node) clicked_ = node;
+    }
+
+    // A node may have been dragged out of the view.
+    void HandleOnPressDropped(CVisualElement* /*element*/) {
+        const std::optional<Press> press = std::exchange(press_, std::nullopt);
+        if (press && press->node) note_move(*press);
     }
 
     void HandleOnDoubleClick(CVisualElement* /*element*/, int x, int y, int /*keys*/,
@@ -151,6 +167,7 @@ GraphWidget::GraphWidget(QWidget* parent) : GraphWidget(graph_ptr2<Graph>(), par
 GraphWidget::GraphWidget(graph_ptr2<Graph> graph, QWidget* parent) : QtWindow(parent) {
     auto* made = new CGraphViewer(GetRoot(), kInitialSize, viewkit::Alignment::Client);
     viewer_ = viewkit::Watch<CGraphViewer>(made);
+    SetOptions(*made->GetContent());
     listener_ = std::make_unique<Listener>(this, made);
     setGraph(graph);
 }

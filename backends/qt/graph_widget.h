@@ -27,7 +27,7 @@ struct Places;
 // Gives a graph what a `GraphWidget` gives it: see there.
 NODELINE_API void GiveLookAndLayout(const graph_ptr2<Graph>& graph);
 
-// A window whose one element is a `CGraphViewer`.
+// A window whose one element is a `CGraphViewer`, with all options of its surface switched on.
 //
 // A graph that comes with the stock layout of the process, the one it has if nobody has called
 // `Graph::SetDefaultLayout` or set one on its root, gets a `StableLayout` of its own. One that

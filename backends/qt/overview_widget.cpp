@@ -6,6 +6,9 @@ namespace nodeline::qt {
 namespace {
 
 constexpr QSize kSizeHint{200, 150};
+// What can be painted between two presses of a hurried user is not put off.
+constexpr int kMostNodesAtOnce = 2000;
+constexpr int kRestInMilliseconds = 100;
 
 }  // namespace
 
@@ -72,14 +75,43 @@ private:
     graph_ptr2<Graph> nothing_{new Graph(), true};
 };
 
+// Hears that the picture of the nodes is an old one.
+class OverviewWidget::Listener : public subscriber_base_t {
+public:
+    Listener(COverviewContent* content, QTimer* timer) : timer_(timer) {
+        content->OnNodesHeld.connect(this, &Listener::HandleOnNodesHeld);
+    }
+
+private:
+    // Begins anew with each change, so a user who keeps moving the view is not held up.
+    void HandleOnNodesHeld() { timer_->start(); }
+
+    QTimer* timer_;
+};
+
 OverviewWidget::OverviewWidget(GraphWidget* shown, QWidget* parent)
     : QtWindow(parent), link_(std::make_unique<Link>()) {
     setGraphWidget(shown);
-    new COverviewContent(GetRoot(), link_.get());
+    auto* made = new COverviewContent(GetRoot(), link_.get());
+    content_ = viewkit::Watch<COverviewContent>(made);
+    made->SetGrabAnywhere(true);
+    made->SetViewOverlay(true);
+    made->SetNodesHeldAbove(kMostNodesAtOnce);
+    nodes_timer_.setSingleShot(true);
+    nodes_timer_.setInterval(kRestInMilliseconds);
+    connect(&nodes_timer_, &QTimer::timeout, this, &OverviewWidget::renew_nodes);
+    listener_ = std::make_unique<Listener>(made, &nodes_timer_);
 }
 
 // The elements go before the link that they hold.
-OverviewWidget::~OverviewWidget() { Close(); }
+OverviewWidget::~OverviewWidget() {
+    listener_.reset();
+    Close();
+}
+
+void OverviewWidget::renew_nodes() {
+    if (content_) content_.get()->RenewNodes();
+}
 
 void OverviewWidget::setGraphWidget(GraphWidget* shown) {
     if (graphWidget() != nullptr) graphWidget()->disconnect(this);
