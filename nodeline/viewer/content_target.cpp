@@ -5,8 +5,6 @@
 namespace nodeline {
 namespace {
 
-using Watch = viewkit::Watch<CVisualElement>;
-
 bool Holds(const Node& node, const point<double>& p) {
     const rectangle<double> r = MakeDRect(node.GetPosition(), node.GetSize());
     return r.left <= p.x && p.x <= r.right && r.top <= p.y && p.y <= r.bottom;
@@ -44,51 +42,9 @@ Edge CContent::GetEdgeAt(point<int> pixel) const {
     if (!pick_drawn_) return met.GetCount() > 0 ? met.GetItem(0) : Edge();
     MarkDrawnIn(graph_);
     for (int i = met.GetCount() - 1; i >= 0; --i) {
-        if (const Edge edge = met.GetItem(i); IsFlagSet(edge, EdgeDrawn)) return edge;
+        if (IsFlagSet(met.GetItem(i), EdgeDrawn)) return met.GetItem(i);
     }
     return {};
 }
-
-// ---------------------------------------------------------------------------------------------
-// The single press
-
-void CContent::SetSinglePress(bool on) {
-    single_press_ = on;
-    drag_tracker_->SetOwnButtonEnds(on);
-    zoom_rect_->SetOwnButtonEnds(on);
-}
-
-bool CContent::has_mouse() const {
-    return HasCapture() || drag_tracker_->HasCapture() || zoom_rect_->HasCapture();
-}
-
-void CContent::forget_press() {
-    pressed_nodes_.clear();
-    press_button_ = MouseButton::None;
-    drag_tracker_->Reset();
-    zoom_rect_->Reset();
-    ReleaseMouse();
-}
-
-void CContent::drop_press() {
-    const bool was_pressed = press_button_ != MouseButton::None;
-    forget_press();
-    if (was_pressed) OnPressDropped(this);
-}
-
-// One of the rubber rectangles may have taken the mouse, and goes on with the press.
-void CContent::lose_press() {
-    if (!single_press_ || has_mouse()) return;
-    const Watch watch(this);
-    drop_press();
-    // This lets the ports go that the press has held down.
-    if (watch) end_hover();
-}
-
-void CContent::HandleCaptureLost() { lose_press(); }
-
-void CContent::HandleDragCancel(DragTracker* /*tracker*/) { lose_press(); }
-
-void CContent::HandleRubberCancel(ZoomRect* /*rect*/) { lose_press(); }
 
 }  // namespace nodeline
