@@ -15,16 +15,19 @@ string(REGEX REPLACE "/$" "" NODELINE_PC_PREFIX "${NODELINE_PC_PREFIX}")
 function(nodeline_install_library name component)
     install(TARGETS ${name} ${name}_static EXPORT ${component}
         LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-        ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+            COMPONENT runtime NAMELINK_COMPONENT development
+        ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development)
     install(EXPORT ${component}
         NAMESPACE nodeline::
         FILE nodeline-${component}-targets.cmake
-        DESTINATION "${package_folder}")
+        DESTINATION "${package_folder}"
+        COMPONENT development)
 endfunction()
 
 function(nodeline_install_headers folder destination)
     install(DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}/"
         DESTINATION "${header_root}/${destination}"
+        COMPONENT development
         FILES_MATCHING PATTERN "*.h" PATTERN "internal" EXCLUDE)
 endfunction()
 
@@ -34,7 +37,8 @@ function(nodeline_install_pkgconfig name description requires requires_private)
     set(NODELINE_PC_REQUIRES "${requires}")
     set(NODELINE_PC_REQUIRES_PRIVATE "${requires_private}")
     configure_file("${PROJECT_SOURCE_DIR}/cmake/nodeline.pc.in" "${PROJECT_BINARY_DIR}/${name}.pc" @ONLY)
-    install(FILES "${PROJECT_BINARY_DIR}/${name}.pc" DESTINATION "${pkgconfig_folder}")
+    install(FILES "${PROJECT_BINARY_DIR}/${name}.pc"
+        DESTINATION "${pkgconfig_folder}" COMPONENT development)
 endfunction()
 
 nodeline_install_library(nodeline core)
@@ -69,13 +73,15 @@ if(NODELINE_WITH_QT)
 endif()
 
 if(TARGET nodeline_cli)
-    install(TARGETS nodeline_cli RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    install(TARGETS nodeline_cli
+        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT programs)
 endif()
 
 if(TARGET nodeline_viewer)
-    install(TARGETS nodeline_viewer RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    install(TARGETS nodeline_viewer
+        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT programs)
     install(FILES "${PROJECT_SOURCE_DIR}/apps/viewer/nodeline-viewer.desktop"
-        DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/applications" COMPONENT programs)
 endif()
 
 configure_package_config_file(
@@ -87,4 +93,5 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/nodelineConfigVersion.cm
 install(FILES
     "${PROJECT_BINARY_DIR}/nodelineConfig.cmake"
     "${PROJECT_BINARY_DIR}/nodelineConfigVersion.cmake"
-    DESTINATION "${package_folder}")
+    DESTINATION "${package_folder}"
+    COMPONENT development)

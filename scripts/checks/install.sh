@@ -64,24 +64,64 @@ run_with_libraries() {
     LD_LIBRARY_PATH="$(dirname "$(find "$prefix" -name 'libnodeline.so')")" "$@"
 }
 
-build_subproject() {
-    cmake -S tests/install/subproject -B "$work/sub" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-        -DNODELINE_SOURCE="$PWD" && cmake --build "$work/sub" -j "$jobs"
+# The project in tests/install/$1, built in a folder of that name.
+build_inside() {
+    cmake -S "tests/install/$1" -B "$work/$1" -G Ninja -DCMAKE_BUILD_TYPE="$2" \
+        -DNODELINE_SOURCE="$PWD" && cmake --build "$work/$1" -j "$jobs"
 }
 
 builds_only_the_library() {
     local others
-    others=$(ninja -C "$work/sub" -t targets all |
+    others=$(ninja -C "$work/$1" -t targets all |
         grep -E '(_tests|nodeline_cli|bench-|example_|cairo|nodeline_qt|header_checks).*: ')
+    others+=$(ninja -C "$work/$1" -t targets all | grep -E '^nodeline_(formats|viewer)')
     printf '%s\n' "$others"
     [[ -z "$others" ]]
 }
 
+# What library $1 exports is what its list says; scripts/exported-symbols.sh renews the lists.
+exports_what_is_listed() {
+    local library
+    library=$(find "$prefix/lib" -name "lib$1.so")
+    diff -u "tests/install/symbols/$1.txt" <(scripts/exported-symbols.sh "$library")
+}
+
+has_soname() {
+    local library
+    library=$(find "$prefix/lib" -name "lib$1.so")
+    readelf -d "$library" | grep -q "soname: \[lib$1\.so\.0\]"
+}
+
+# Unpacks the packages, which need root to be installed, into one folder.
+make_packages() {
+    local package
+    cpack --config build/release/CPackConfig.cmake -B "$work/packages" &&
+        for package in "$work"/packages/*.deb; do
+            dpkg-deb -x "$package" "$work/root" || return 1
+        done
+}
+
+# Package $1 has the file that matches $2, and needs package $3.
+package_holds() {
+    local package
+    package=$(find "$work/packages" -maxdepth 1 -name "$1_*.deb")
+    dpkg-deb -c "$package" | grep -qE " \./usr/$2$" &&
+        dpkg-deb -f "$package" Depends | grep -qF "$3"
+}
+
+links_with_packages() {
+    cmake -S tests/install/find_package -B "$work/packaged" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+        -DCMAKE_PREFIX_PATH="$work/root/usr" -DNODELINE_HEADERS="$work/root/usr/include/nodeline" &&
+        cmake --build "$work/packaged" --target consumer
+}
+
 line="check moved right"
+version="nodeline $(sed -n 's/^    VERSION \(.*\)/\1/p' CMakeLists.txt)"
 if check "install: into a prefix that is moved" install_and_move; then
     check "install: no internal header" no_internal_header
-    check "install: the program" prints "nodeline $(
-        sed -n 's/^    VERSION \(.*\)/\1/p' CMakeLists.txt)" "$prefix/bin/nodeline" --version
+    check "install: the program" prints "$version" "$prefix/bin/nodeline" --version
+    check "install: the program with a window" \
+        prints "${version/nodeline/nodeline-viewer}" without_screen "$prefix/bin/nodeline-viewer" --version
 
     check "install: find_package" configure_find_package
     for target in consumer consumer_static picture picture_static widget widget_static \
@@ -109,7 +149,28 @@ if check "install: into a prefix that is moved" install_and_move; then
     check "install: pkg-config, Cairo" writes_picture run_with_libraries "$work/picture"
 fi
 
-if check "install: subproject builds" build_subproject; then
-    check "install: subproject" prints "$line" "$work/sub/consumer"
-    check "install: subproject builds the library alone" builds_only_the_library
+for list in tests/install/symbols/*.txt; do
+    name=$(basename "$list" .txt)
+    check "install: what $name exports" exports_what_is_listed "$name"
+    check "install: the soname of $name" has_soname "$name"
+done
+
+if check "install: packages" make_packages; then
+    check "install: package of the libraries" package_holds libnodeline0 'lib.*/libnodeline\.so\.0' \
+        libc6
+    check "install: package for development" package_holds libnodeline-dev \
+        'include/nodeline/nodeline/model/graph\.h' 'libnodeline0 (= '
+    check "install: package of the programs" package_holds nodeline 'bin/nodeline-viewer' libqt6
+    check "install: the packaged program" prints "$version" "$work/root/usr/bin/nodeline" --version
+    check "install: find_package in packages" links_with_packages
+    check "install: find_package in packages, shared" prints "$line" "$work/packaged/consumer"
+fi
+
+if check "install: subproject builds" build_inside subproject Release; then
+    check "install: subproject" prints "$line" "$work/subproject/consumer"
+    check "install: subproject builds the library alone" builds_only_the_library subproject
+fi
+if check "install: fetched content builds" build_inside fetch_content Debug; then
+    check "install: fetched content" prints "$line" "$work/fetch_content/consumer"
+    check "install: fetched content builds the library alone" builds_only_the_library fetch_content
 fi
