@@ -25,7 +25,7 @@ public:
         pair_nodes();
         remove_nodes();
         merge_edges();
-        if (!result_.IsEmpty()) shown_->GetRoot().UpdateLayout();
+        ask_for_layout();
         return result_;
     }
 
@@ -38,15 +38,25 @@ private:
 
     void pair_nodes();
     void pair_contents(const Owners& owners, std::vector<Owners>* open);
+    // Of one owner: `shown` are its contents in the shown graph.
+    void pair_renamed(const std::vector<Node>& unknown, const Node& owner,
+                      const std::vector<Node>& shown, std::vector<Owners>* open);
     void pair_one(const Node& fresh, const Node& shown, std::vector<Owners>* open);
+    [[nodiscard]] bool is_staying(const Node& node) const {
+        return staying_.count(node.GetID()) != 0;
+    }
     [[nodiscard]] Node add(const Node& fresh, Node owner);
     void remove_nodes();
     void merge_edges();
+    // What is in the node's owner is not what it was.
+    void note_change(const Node& node) { changed_.insert(node.GetOwner().GetID()); }
+    void ask_for_layout();
 
     graph_ptr2<Graph> shown_;
     graph_ptr2<Graph> fresh_;
     std::unordered_map<int, Node> counterpart_;  // of fresh nodes, by their ids
     std::unordered_set<int> staying_;            // shown nodes that have a counterpart
+    std::unordered_set<int> changed_;            // owners whose contents or edges are others
     MergeResult result_;
 };
 
@@ -58,6 +68,8 @@ std::vector<Node> ContentsOf(const Node& owner) {
     return nodes;
 }
 
+std::pair<std::string, int> KeyOf(const Node& node) { return {node.GetCaption(), node.GetTag()}; }
+
 void Merger::pair_nodes() {
     std::vector<Owners> open{{fresh_->GetRoot(), shown_->GetRoot()}};
     while (!open.empty()) {
@@ -67,14 +79,29 @@ void Merger::pair_nodes() {
     }
 }
 
+// In three rounds: what has kept its caption and its tag, what has kept its caption, and what has
+// kept its tag. The first makes sure that a second merge pairs as the one before did.
 void Merger::pair_contents(const Owners& owners, std::vector<Owners>* open) {
     const std::vector<Node> shown = ContentsOf(owners.shown);
+    std::map<std::pair<std::string, int>, Node> by_both;
+    for (const Node& node : shown) by_both.emplace(KeyOf(node), node);
+    std::vector<Node> moved;
+    for (const Node& node : ContentsOf(owners.fresh)) {
+        const auto found = by_both.find(KeyOf(node));
+        if (found == by_both.end()) {
+            moved.push_back(node);
+            continue;
+        }
+        pair_one(node, found->second, open);
+        by_both.erase(found);
+    }
     std::unordered_map<std::string, std::vector<Node>> by_caption;
     for (auto it = shown.rbegin(); it != shown.rend(); ++it) {
+        if (is_staying(*it)) continue;
         by_caption[it->GetCaption()].push_back(*it);
     }
     std::vector<Node> unknown;
-    for (const Node& node : ContentsOf(owners.fresh)) {
+    for (const Node& node : moved) {
         const auto found = by_caption.find(node.GetCaption());
         if (found == by_caption.end() || found->second.empty()) {
             unknown.push_back(node);
@@ -83,17 +110,23 @@ void Merger::pair_contents(const Owners& owners, std::vector<Owners>* open) {
         pair_one(node, found->second.back(), open);
         found->second.pop_back();
     }
+    pair_renamed(unknown, owners.shown, shown, open);
+}
+
+void Merger::pair_renamed(const std::vector<Node>& unknown, const Node& owner,
+                          const std::vector<Node>& shown, std::vector<Owners>* open) {
     std::unordered_map<int, Node> by_tag;
     for (const Node& node : shown) {
-        if (staying_.count(node.GetID()) == 0) by_tag.emplace(node.GetTag(), node);
+        if (!is_staying(node)) by_tag.emplace(node.GetTag(), node);
     }
     for (const Node& node : unknown) {
         const auto found = by_tag.find(node.GetTag());
         if (found == by_tag.end()) {
-            pair_one(node, add(node, owners.shown), open);
+            pair_one(node, add(node, owner), open);
             continue;
         }
         found->second.SetCaption(node.GetCaption());
+        note_change(found->second);
         result_.has_other_changes = true;
         pair_one(node, found->second, open);
         by_tag.erase(found);
@@ -112,6 +145,7 @@ Node Merger::add(const Node& fresh, Node owner) {
     node.SetCaption(fresh.GetCaption());
     node.SetCondition(fresh.GetCondition());
     ++result_.added;
+    note_change(node);
     return node;
 }
 
@@ -119,7 +153,7 @@ Node Merger::add(const Node& fresh, Node owner) {
 void Merger::remove_nodes() {
     std::vector<Node> leaving;
     const auto collect = [&](const Node& node) {
-        if (staying_.count(node.GetID()) == 0) leaving.push_back(node);
+        if (!is_staying(node)) leaving.push_back(node);
     };
     ForEachNodeIn(shown_->GetRoot(), collect, true, false);
     for (const Node& node : leaving) {
@@ -130,6 +164,7 @@ void Merger::remove_nodes() {
             if (edge.From()) edge.Remove();
         }
     }
+    for (const Node& node : leaving) note_change(node);
     for (Node& node : leaving) node.Remove();
     result_.removed = static_cast<int>(leaving.size());
 }
@@ -155,16 +190,31 @@ void Merger::merge_edges() {
             }
             Edge made = from->second.LinkTo(to->second);
             if (made) made.SetCaption(edge.GetCaption());
+            note_change(from->second);
+            note_change(to->second);
             result_.has_other_changes = true;
         }
     };
     ForEachNodeIn(fresh_->GetRoot(), match, false, false);
     for (auto& [key, edges] : unmatched) {
         for (Edge& edge : edges) {
+            note_change(edge.From());
+            note_change(edge.To());
             edge.Remove();
             result_.has_other_changes = true;
         }
     }
+}
+
+// Owners first. An edge shows in every owner that it crosses the border of, which the root takes
+// care of.
+void Merger::ask_for_layout() {
+    if (result_.IsEmpty()) return;
+    shown_->GetRoot().UpdateLayout();
+    const auto ask = [this](Node node) {
+        if (changed_.count(node.GetID()) != 0) node.UpdateLayout();
+    };
+    ForEachNodeIn(shown_->GetRoot(), ask, false, false);
 }
 
 }  // namespace

@@ -16,8 +16,9 @@ struct MergeResult {
 // Makes `shown` hold the nodes and edges of `fresh`, and asks for an update of the layout if that
 // takes a change. What stays keeps its flags, its place and its handles.
 //
-// A node is the same in both if its owner is and it has the same caption, the first of several with
-// one caption being the first in the other graph; or else if its owner is and it has the same tag.
+// A node is the same in both if its owner is and it has the same caption; of several with one
+// caption, those with the same tag, and then the first and the first. Or else it is the same if its
+// owner is and it has the same tag.
 // Edges are the same if their ends and captions are. Linear in both graphs but for sorting.
 MergeResult Merge(const graph_ptr2<Graph>& shown, const graph_ptr2<Graph>& fresh);
 
