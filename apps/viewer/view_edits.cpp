@@ -20,9 +20,26 @@ bool HasNeighbour(const Node& node, FoldDirection side, bool is_hidden) {
     return false;
 }
 
-void MarkAllOld(const graph_ptr2<Graph>& graph) {
-    ForEachNodeIn(graph->GetRoot(), MarkOld, true, false);
-}
+// Hides or shows nodes, owners before what they own, and in the end asks the owners of those that
+// have changed for a layout, in that order.
+class Edit {
+public:
+    void Set(Node node, bool is_hidden) {
+        if (IsHidden(node) == is_hidden) return;
+        is_hidden ? Hide(node) : Show(node);
+        const Node owner = node.GetOwner();
+        if (known_.insert(owner.GetID()).second) owners_.push_back(owner);
+    }
+    void AskForLayout() {
+        for (Node& owner : owners_) owner.UpdateLayout();
+    }
+
+private:
+    std::vector<Node> owners_;
+    std::unordered_set<int> known_;
+};
+
+void MarkAllOld(const Node& root) { ForEachNodeIn(root, MarkOld, true, false); }
 
 }  // namespace
 
@@ -33,13 +50,16 @@ void HideNode(Node node) {
 }
 
 void ShowAll(const graph_ptr2<Graph>& graph) {
-    MarkAllOld(graph);
-    ForEachNodeIn(graph->GetRoot(), Show, true, false);
-    graph->GetRoot().UpdateLayout();
+    MarkAllOld(graph->GetRoot());
+    Edit edit;
+    ForEachNodeIn(
+        graph->GetRoot(), [&edit](const Node& node) { edit.Set(node, false); }, false, false);
+    edit.AskForLayout();
 }
 
 void ShowOnly(const Node& node) {
     if (!node || node.IsDummy()) return;
+    MarkAllOld(GetRoot(node));
     std::vector<Node> kept{node};
     const auto take_neighbours = [&kept](const Node& inner) {
         for (const Node& other : inner.GetParents()) kept.push_back(other);
@@ -54,23 +74,25 @@ void ShowOnly(const Node& node) {
             if (!open.insert(owner.GetID()).second) break;
         }
     }
+    Edit edit;
+    const auto show = [&edit](const Node& inner) { edit.Set(inner, false); };
     std::vector<Node> pending{GetRoot(node)};
     while (!pending.empty()) {
         const Node owner = pending.back();
         pending.pop_back();
-        for (Node inner : owner.GetOwned()) {
+        for (const Node& inner : owner.GetOwned()) {
             const bool is_open = open.count(inner.GetID()) != 0;
             if (whole.count(inner.GetID()) != 0) {
-                ForEachNodeIn(inner, Show, true, true);
+                ForEachNodeIn(inner, show, false, true);
             } else if (is_open) {
-                Show(inner);
+                show(inner);
                 pending.push_back(inner);
             } else {
-                Hide(inner);
+                edit.Set(inner, true);
             }
         }
     }
-    GetRoot(node).UpdateLayout();
+    edit.AskForLayout();
 }
 
 bool IsOutOfSight(const Node& node) {
