@@ -3,6 +3,7 @@
 
 #include <QUndoCommand>
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace nodeline::app {
@@ -11,6 +12,8 @@ namespace {
 
 // Longer captions would make a menu as wide as the screen.
 constexpr int kMostCharacters = 24;
+// In units of the graph; far less than a pixel at any scale.
+constexpr double kNear = 1e-4;
 
 QString Quoted(const Node& node) {
     QString caption = QString::fromStdString(node.GetCaption()).simplified();
@@ -22,6 +25,10 @@ QString Quoted(const Node& node) {
 point<double> PlaceOf(const Node& node) {
     const Node owner = node.GetOwner();
     return owner ? node.GetPosition() - owner.GetPosition() : node.GetPosition();
+}
+
+bool IsNear(const point<double>& a, const point<double>& b) {
+    return std::abs(a.x - b.x) < kNear && std::abs(a.y - b.y) < kNear;
 }
 
 void MoveBy(const Node& node, const point<double>& way) {
@@ -94,10 +101,7 @@ void History::start() {
     note_states();
 }
 
-void History::adopt() {
-    put_dragged_back();
-    note_states();
-}
+void History::adopt() { note_states(); }
 
 void History::note_states() {
     states_.clear();
@@ -131,10 +135,11 @@ void History::record_move(const Node& node, const QPointF& from) {
     stack_.push(new MoveCommand(this, node, way));
 }
 
-// A node that does not stand where it was left, from its owner, was placed anew by a layout.
+// A node that does not stand where it was left, from its owner, was placed anew by a layout. Nodes
+// that move with their owners are off by what rounding does.
 void History::put_dragged_back() {
     for (auto& [id, drag] : drags_) {
-        if (drag.node.IsDummy() || PlaceOf(drag.node) == drag.place) continue;
+        if (drag.node.IsDummy() || IsNear(PlaceOf(drag.node), drag.place)) continue;
         MoveBy(drag.node, drag.offset);
         drag.place = PlaceOf(drag.node);
     }
@@ -142,7 +147,8 @@ void History::put_dragged_back() {
 
 void History::set_hidden(const std::vector<State>& states, const Node& at) {
     is_replaying_ = true;
-    const auto edit = [&states] {
+    const auto edit = [this, &states] {
+        ForEachNodeIn(widget_->viewer()->GetGraph()->GetRoot(), MarkOld, true, false);
         for (const State& state : states) {
             Node node = state.node;
             if (node.IsDummy()) continue;

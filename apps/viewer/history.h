@@ -23,7 +23,7 @@ public:
 
     // Another graph is shown: forgets everything.
     void start();
-    // Nodes have come and gone behind its back: what remains can still be undone.
+    // Nodes have come and gone in a change of the widget: what remains can still be undone.
     void adopt();
 
 private:
