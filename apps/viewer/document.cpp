@@ -1,5 +1,6 @@
 #include <apps/viewer/document.h>
 
+#include <QDir>
 #include <QFileInfo>
 #include <utility>
 
@@ -33,11 +34,12 @@ void Document::reload() {
 }
 
 void Document::start(const QString& path, bool is_reload) {
-    cancel();
+    drop_job();
     LoadOptions options;
     options.path = path;
     options.layout = layout_;
     options.is_laid_out = !is_reload;
+    job_stamp_ = StampOf(path);
     job_ = new LoadJob(options, this);
     connect(job_, &LoadJob::finished, this, [this, job = job_] { take(job); });
     Q_EMIT loadingStarted();
@@ -46,36 +48,47 @@ void Document::start(const QString& path, bool is_reload) {
 
 void Document::cancel() {
     if (job_ == nullptr) return;
+    if (!job_->options().is_laid_out) seen_ = job_stamp_;
+    drop_job();
+    settle_timer_.start();
+}
+
+void Document::drop_job() {
+    if (job_ == nullptr) return;
     std::exchange(job_, nullptr)->cancel();
     Q_EMIT loadingEnded();
 }
 
+// Whatever comes of it, the shown file may have changed meanwhile.
 void Document::take(LoadJob* job) {
     job->deleteLater();
     if (job != job_) return;
     job_ = nullptr;
+    settle_timer_.start();
     Q_EMIT loadingEnded();
-    if (!job->failure().isEmpty()) {
+    const bool is_failure = !job->failure().isEmpty();
+    const bool is_reload = !job->options().is_laid_out;
+    if (is_reload || !is_failure) {
+        path_ = job->options().path;
+        seen_ = job_stamp_;
+        watch();
+    }
+    if (is_failure) {
         Q_EMIT failed(job->failure());
         return;
     }
+    is_reload ? merge(job) : show(job);
     for (const QString& warning : job->warnings()) Q_EMIT warned(warning);
-    if (job->options().is_laid_out) {
-        show(job);
-    } else {
-        merge(job);
-    }
 }
 
 void Document::show(LoadJob* job) {
-    path_ = job->options().path;
-    watch();
+    is_gone_ = false;
     widget_->showGraph(job->graph());
     Q_EMIT opened();
 }
 
 void Document::merge(LoadJob* job) {
-    watch();
+    is_gone_ = false;
     MergeResult result;
     widget_->change([&] { result = Merge(widget_->viewer()->GetGraph(), job->graph()); });
     Q_EMIT reloaded(result);
@@ -84,29 +97,31 @@ void Document::merge(LoadJob* job) {
 // ---------------------------------------------------------------------------------------------
 // The file on disk
 
+Document::Stamp Document::StampOf(const QString& path) {
+    const QFileInfo info(path);
+    return {info.lastModified(), info.size()};
+}
+
 // The folder is watched as well: many programs replace a file by a new one of the same name.
 void Document::watch() {
     const QStringList old = watcher_.files() + watcher_.directories();
     if (!old.isEmpty()) watcher_.removePaths(old);
-    is_gone_ = false;
+    if (path_.startsWith(u':')) return;
     const QFileInfo info(path_);
-    seen_time_ = info.lastModified();
-    seen_size_ = info.size();
-    if (path_.startsWith(u':') || !info.isFile()) return;
-    watcher_.addPath(info.absoluteFilePath());
-    watcher_.addPath(info.absolutePath());
+    if (info.isFile()) watcher_.addPath(info.absoluteFilePath());
+    if (info.dir().exists()) watcher_.addPath(info.absolutePath());
 }
 
 void Document::look_at_file() {
-    const QFileInfo info(path_);
-    if (!info.exists()) {
+    // It is looked at again when that has ended.
+    if (job_ != nullptr || path_.isEmpty()) return;
+    if (!QFileInfo::exists(path_)) {
         if (!std::exchange(is_gone_, true)) {
             Q_EMIT warned(tr("%1 has gone; what it held is still shown").arg(path_));
         }
         return;
     }
-    const bool is_same = info.lastModified() == seen_time_ && info.size() == seen_size_;
-    if (!std::exchange(is_gone_, false) && is_same) return;
+    if (!std::exchange(is_gone_, false) && StampOf(path_) == seen_) return;
     reload();
 }
 

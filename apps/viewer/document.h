@@ -27,7 +27,7 @@ public:
     void open(const QString& path);
     // Starts to read the shown file again.
     void reload();
-    // Gives up what is being loaded; what is shown stays.
+    // Gives up what is being loaded; what is shown stays, until its file changes once more.
     void cancel();
 
     // Empty as long as nothing is shown.
@@ -48,10 +48,22 @@ Q_SIGNALS:
     void failed(const QString& message);
 
 private:
+    // What tells one writing of a file from another.
+    struct Stamp {
+        QDateTime time;
+        qint64 size = 0;
+
+        bool operator==(const Stamp& other) const {
+            return time == other.time && size == other.size;
+        }
+    };
+    [[nodiscard]] static Stamp StampOf(const QString& path);
+
     void start(const QString& path, bool is_reload);
     void take(LoadJob* job);
     void show(LoadJob* job);
     void merge(LoadJob* job);
+    void drop_job();
     void watch();
     void look_at_file();
 
@@ -60,11 +72,13 @@ private:
     QString path_;
     // The one whose result is wanted; others end by themselves.
     LoadJob* job_ = nullptr;
+    // Of the file that is being loaded, before it was read: it may be written meanwhile.
+    Stamp job_stamp_;
     QFileSystemWatcher watcher_;
     // A file that is being written changes several times.
     QTimer settle_timer_;
-    QDateTime seen_time_;
-    qint64 seen_size_ = 0;
+    // Of the shown file when it was read last, with success or without.
+    Stamp seen_;
     bool is_gone_ = false;
 };
 
