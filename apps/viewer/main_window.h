@@ -93,6 +93,7 @@ private:
     void clear_selection();
     void fold(FoldDirection side);
     void unfold(FoldDirection side);
+    void hide_nodes();
     void show_only();
     void show_all();
     void mark_nodes();

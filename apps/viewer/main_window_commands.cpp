@@ -1,5 +1,6 @@
 #include <apps/viewer/find_panel.h>
 #include <apps/viewer/main_window.h>
+#include <apps/viewer/status_line.h>
 #include <apps/viewer/view_edits.h>
 
 #include <QApplication>
@@ -40,7 +41,7 @@ void MainWindow::connect_actions() {
     when(Command::kUnfoldParents, [this] { unfold(FoldParents); });
     when(Command::kFoldChildren, [this] { fold(FoldChildren); });
     when(Command::kUnfoldChildren, [this] { unfold(FoldChildren); });
-    when(Command::kHide, [this] { change(HideNode); });
+    when(Command::kHide, [this] { hide_nodes(); });
     when(Command::kShowOnly, [this] { show_only(); });
     when(Command::kShowAll, [this] { show_all(); });
     when(Command::kMark, [this] { mark_nodes(); });
@@ -124,7 +125,7 @@ void MainWindow::copy_picture() {
 
 std::vector<Node> MainWindow::targets() const {
     if (menu_node_) return {menu_node_};
-    return graph_->selectedNodes();
+    return SelectedInSight(*graph_);
 }
 
 void MainWindow::change(const std::function<void(const Node&)>& edit) {
@@ -143,6 +144,15 @@ void MainWindow::fold(FoldDirection side) {
 
 void MainWindow::unfold(FoldDirection side) {
     change([side](const Node& node) { Unfold(node, side); });
+}
+
+// Nothing is kept at its pixel: a hidden node goes where its owner goes, and the view would follow.
+void MainWindow::hide_nodes() {
+    const std::vector<Node> nodes = targets();
+    if (nodes.empty()) return;
+    graph_->change([&nodes] {
+        for (const Node& node : nodes) HideNode(node);
+    });
 }
 
 void MainWindow::show_only() {

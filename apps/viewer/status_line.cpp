@@ -1,7 +1,8 @@
 #include <apps/viewer/status_line.h>
+#include <apps/viewer/view_edits.h>
 #include <nodeline/ops/graph_ops.h>
 
-#include <cmath>
+#include <algorithm>
 
 namespace nodeline::app {
 
@@ -33,6 +34,12 @@ QString Selection(const std::vector<Node>& nodes) {
 
 }  // namespace
 
+std::vector<Node> SelectedInSight(const qt::GraphWidget& widget) {
+    std::vector<Node> nodes = widget.selectedNodes();
+    nodes.erase(std::remove_if(nodes.begin(), nodes.end(), IsOutOfSight), nodes.end());
+    return nodes;
+}
+
 StatusLine::StatusLine(QStatusBar* bar, qt::GraphWidget* widget)
     : QObject(bar),
       widget_(widget),
@@ -45,6 +52,7 @@ StatusLine::StatusLine(QStatusBar* bar, qt::GraphWidget* widget)
         bar->addPermanentWidget(label);
     }
     connect(widget, &qt::GraphWidget::graphChanged, this, &StatusLine::count);
+    connect(widget, &qt::GraphWidget::graphChanged, this, &StatusLine::show_selection);
     connect(widget, &qt::GraphWidget::viewChanged, this, &StatusLine::show_zoom);
     connect(widget, &qt::GraphWidget::selectionChanged, this, &StatusLine::show_selection);
 }
@@ -91,6 +99,6 @@ void StatusLine::show_zoom() {
     set(zoom_, Percent(widget_->viewer()->GetScale()));
 }
 
-void StatusLine::show_selection() { set(selection_, Selection(widget_->selectedNodes())); }
+void StatusLine::show_selection() { set(selection_, Selection(SelectedInSight(*widget_))); }
 
 }  // namespace nodeline::app

@@ -6,8 +6,12 @@
 #include <QLabel>
 #include <QPointer>
 #include <QStatusBar>
+#include <vector>
 
 namespace nodeline::app {
+
+// The selected nodes of a widget that are not hidden. Hidden ones are selected when they come back.
+[[nodiscard]] std::vector<Node> SelectedInSight(const qt::GraphWidget& widget);
 
 // Follows a graph widget in the labels of a status bar.
 class StatusLine : public QObject {

@@ -234,6 +234,36 @@ TEST_F(MainWindowActionsTest, SelectedNodesAreHiddenAndShown) {
     EXPECT_EQ(Shown().size(), 5u);
 }
 
+TEST_F(MainWindowActionsTest, HiddenNodesAreSelectedAgainWhenTheyComeBack) {
+    Open();
+    Click("third");
+    Do(Command::kHide);
+    ExpectEnabled({Command::kHide, Command::kMark, Command::kCentre}, false);
+    EXPECT_FALSE(told.back().contains("selected"));
+    Click("first");
+    ExpectEnabled({Command::kShowOnly, Command::kCentre}, true);
+    EXPECT_TRUE(told.back().contains("1 selected: first"));
+    Do(Command::kMark);
+    EXPECT_FALSE(IsFlagSet(Named("third"), NodeMarked));
+    Do(Command::kUndo);
+    EXPECT_TRUE(told.back().contains("2 selected: first, third"));
+}
+
+TEST_F(MainWindowActionsTest, WhatRemainsStaysAtItsPixelWhenANodeIsHidden) {
+    Open();
+    Do(Command::kActualSize);
+    for (const char* const caption : {"third", "inner", "second"}) {
+        SCOPED_TRACE(caption);
+        const QPoint before = MiddleOf("first");
+        Click(caption);
+        Do(Command::kHide);
+        EXPECT_LE((MiddleOf("first") - before).manhattanLength(), 1);
+        Do(Command::kUndo);
+        EXPECT_LE((MiddleOf("first") - before).manhattanLength(), 1);
+        Do(Command::kClearSelection);
+    }
+}
+
 TEST_F(MainWindowActionsTest, NeighboursFoldAndUnfold) {
     Open();
     Click("second");
