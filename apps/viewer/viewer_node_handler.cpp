@@ -65,7 +65,8 @@ private:
         if (IsFlagSet(node, NodeNew)) look_.border_color = states.new_border;
         if (IsFlagSet(node, NodeHovered)) look_.border_color = states.hovered_border;
         if (IsFlagSet(node, NodeSelected)) look_.border_color = states.selected_border;
-        if (IsFlagSet(node, NodeHovered | NodeSelected)) look_.pen_width = kStrongPen;
+        // A hovered node is painted over and back alone, which a wider outline would not survive.
+        if (IsFlagSet(node, NodeSelected)) look_.pen_width = kStrongPen;
     }
 
     CPortNodeDrawInfo& look_;

@@ -19,7 +19,7 @@ struct StateLook {
     paintcore::_color inner_fill{250, 250, 250};
     paintcore::_color owner_border{160, 160, 160};
     paintcore::_color owner_text{0, 0, 0};
-    // Outlines of leaves; those of selected and hovered ones are two pixels wide.
+    // Outlines of leaves; those of selected ones are two pixels wide.
     paintcore::_color selected_border{0, 0, 0};
     paintcore::_color new_border{0, 0, 0};
     paintcore::_color hovered_border{0, 0, 0};

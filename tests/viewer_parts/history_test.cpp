@@ -308,9 +308,9 @@ TEST_F(HistoryTest, ADraggedNodeThatIsFoldedAwayComesBackWhereItWasLeft) {
 
 TEST_F(HistoryTest, TwoDragsOfOneNodeAddUp) {
     const Places places = AllPlaces();
-    Drag(Named("low"), {10, 45});
+    Drag(Named("low"), {10, -45});
     const Places once = AllPlaces();
-    Drag(Named("low"), {-30, 20});
+    Drag(Named("low"), {-30, -20});
     const Places twice = AllPlaces();
     HideNamed("three");
     ExpectPlace("low", twice.at("low"));
