@@ -54,8 +54,8 @@ public:
     // The same with a painter to measure by; null takes that of the window, if there is one.
     bool RecalculateLayout(paintcore::IPainter* painter);
 
-    // As `SetGraph`, but the graph stays as it has been laid out; only what it has asked for since is
-    // done. For graphs that were laid out ahead, say on another thread.
+    // As `SetGraph`, but the graph stays as it has been laid out; only what it has asked for since
+    // is done. For graphs that were laid out ahead, say on another thread.
     void ShowGraph(graph_ptr2<Graph> graph);
 
     // As a scroll model. The range is the extent of the root, widened so far that the view lies in
@@ -163,7 +163,8 @@ public:
     // It ends when the pointer leaves the surface, when a drag begins or is cancelled, with another
     // graph, and when the node or edge is hidden or removed (a removed one is told nothing). While
     // a button is down nothing new begins. The answers are obeyed without `OnChangeView` where a
-    // repaint is enough, and up to eight nodes are repainted alone instead of two.
+    // repaint is enough. Up to eight nodes are repainted alone instead of two, each with all that
+    // is in its place instead of over it, so that passing it leaves no trace.
     void SetTellHover(bool on);
     [[nodiscard]] bool GetTellHover() const { return tell_hover_; }
 
@@ -215,6 +216,9 @@ private:
     void convert_tooltip(const CTooltipEvent& from, CGraphTooltipEvent& to) const;
     void convert_tooltip(const CGraphTooltipEvent& from, CTooltipEvent& to) const;
     void draw_requested(paintcore::IPainter* painter);
+    void draw_around_requested(paintcore::IPainter* painter);
+    void draw_over_requested(paintcore::IPainter* painter);
+    [[nodiscard]] rectangle<double> whole_pixels_around(const rectangle<double>& r) const;
     void draw_area(paintcore::IPainter* painter, const rectangle<double>& area);
     void select_in(const point<double>& a, const point<double>& b);
     void select_touched_in(const point<double>& a, const point<double>& b, bool adds);

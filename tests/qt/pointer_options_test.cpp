@@ -59,6 +59,23 @@ TEST_F(PointerInWidget, AHiddenNodeTakesNoClick) {
     EXPECT_EQ(clicked, (std::vector<int>{d.GetID(), e.GetID()}));
 }
 
+TEST_F(PointerInWidget, PassingThePointerOverThingsLeavesNoTrace) {
+    widget->fitToWindow();
+    Settle();
+    const QImage before = widget->GetImage();
+    for (const Node& node : {a, b, c, e, b, a}) {
+        Move(widget, MiddleOf(node));
+        Settle();
+        EXPECT_NE(widget->GetImage(), before) << "it lights up";
+    }
+    const QPoint between = (MiddleOf(a) + MiddleOf(b)) / 2;
+    Move(widget, between);
+    Settle();
+    Move(widget, {1, 1});
+    Settle();
+    EXPECT_EQ(widget->GetImage(), before);
+}
+
 TEST_F(PointerInWidget, ARectangleSelectsWhatItTouches) {
     DrawRectangles(RubberSelect);
     int changes = 0;
