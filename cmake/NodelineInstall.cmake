@@ -75,6 +75,10 @@ endif()
 if(TARGET nodeline_cli)
     install(TARGETS nodeline_cli
         RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT programs)
+    install(FILES "${PROJECT_SOURCE_DIR}/apps/man/nodeline.1"
+        DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT programs)
+    install(FILES "${PROJECT_SOURCE_DIR}/apps/completion/nodeline"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" COMPONENT programs)
 endif()
 
 if(TARGET nodeline_viewer)
@@ -82,6 +86,8 @@ if(TARGET nodeline_viewer)
         RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT programs)
     install(FILES "${PROJECT_SOURCE_DIR}/apps/viewer/nodeline-viewer.desktop"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/applications" COMPONENT programs)
+    install(FILES "${PROJECT_SOURCE_DIR}/apps/man/nodeline-viewer.1"
+        DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT programs)
 endif()
 
 configure_package_config_file(
