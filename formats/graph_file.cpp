@@ -1,10 +1,8 @@
+#include <formats/dot_reader.h>
+#include <formats/file_graph.h>
 #include <formats/graph_file.h>
-#include <nodeline/ops/graph_ops.h>
-#include <nodeline/ops/load.h>
+#include <formats/text_reader.h>
 
-#include <algorithm>
-#include <array>
-#include <sstream>
 #include <string_view>
 #include <utility>
 
@@ -12,94 +10,28 @@ namespace nodeline::formats {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> kKeywords = {"[nodes]", "[clusters]", "[edges]",
-                                                       "[types]"};
-
-bool is_keyword(std::string_view line) {
-    return std::find(kKeywords.begin(), kKeywords.end(), line) != kKeywords.end();
-}
-
-std::string_view without_blanks_at_end(std::string_view line) {
-    const std::size_t last = line.find_last_not_of(" \t\r");
-    return line.substr(0, last == std::string_view::npos ? 0 : last + 1);
-}
-
-// What is wrong with a line that was meant to begin a section; nothing for any other line.
-std::string spoilt_keyword(std::string_view line) {
-    const std::string_view keyword = without_blanks_at_end(line);
-    if (keyword.size() == line.size() || !is_keyword(keyword)) return {};
-    const char* end = line.back() == '\r' ? "carriage return" : "blank";
-    return "the line ends with a " + std::string(end) + ", so " + std::string(keyword) +
-           " is not recognised";
-}
-
-constexpr const char* kTitleHint = "the first line is a title, so the keyword in it does not count";
-
-bool begins_with_keyword(std::string_view text) {
-    return is_keyword(without_blanks_at_end(text.substr(0, text.find('\n'))));
-}
-
-// Throws if the sections cannot be told, which is so where lines end with more than a line feed,
-// and where there is none.
-void check_sections(const std::string& name, std::string_view text) {
-    if (text.empty()) throw ReadError(name, 1, "the file is empty");
-    bool has_section = false;
-    int number = 1;
-    for (std::size_t at = text.find('\n'); at != std::string_view::npos;) {
-        const std::size_t next = text.find('\n', at + 1);
-        ++number;
-        const std::string_view line = text.substr(at + 1, next - at - 1);
-        if (!line.empty() && line.front() == '[') {
-            const std::string reason = spoilt_keyword(line);
-            if (!reason.empty()) throw ReadError(name, number, reason);
-            has_section = has_section || is_keyword(line);
-        }
-        at = next;
-    }
-    if (has_section) return;
-    throw ReadError(name, 1,
-                    begins_with_keyword(text)
-                        ? kTitleHint
-                        : "no line is a section keyword like [nodes], so this is no graph file");
-}
-
-void show_everything(const Graph& graph) {
-    const auto show = [](const Node& node) {
-        Show(node);
-        MarkOld(node);
-    };
-    ForEachNodeIn(graph.GetRoot(), show, true, false);
+FileGraph read(Format format, const std::string& name, std::string_view text, Losses& losses) {
+    if (format == Format::kDot) return ReadDot(name, text, losses);
+    throw ReadError(name, 0, std::string("no reader for ") + NameOf(format) + " files");
 }
 
 }  // namespace
 
-std::string Message(const std::string& name, int line, const std::string& reason) {
-    const std::string place = line > 0 ? ":" + std::to_string(line) : std::string();
-    return name + place + ": " + reason;
-}
-
 ReadReport ReadGraph(const graph_ptr2<Graph>& graph, const std::string& name, std::string text,
                      const ReadOptions& options) {
-    check_sections(name, text);
-    const bool has_keyword_as_title = begins_with_keyword(text);
-    std::istringstream in(std::move(text));
-    LoadError error;
-    const auto visit = [&options](const Node& node, int id) {
-        if (options.check) options.check();
-        Node(node).SetTag(id);
-    };
-    if (!Load(graph, in, &error, visit)) {
-        const std::string hint = has_keyword_as_title ? std::string("; ") + kTitleHint : "";
-        throw ReadError(name, error.line, error.reason + hint);
-    }
     ReadReport report;
-    if (has_keyword_as_title) {
-        report.warnings.push_back(Message(name, 1, std::string("warning: ") + kTitleHint));
+    report.format = options.format.value_or(GetFormatOf(name, text));
+    if (report.format == Format::kText) {
+        ReadText(graph, name, std::move(text), options, report);
+        return report;
     }
-    if (!error.reason.empty()) {
-        report.warnings.push_back(Message(name, error.line, "warning: " + error.reason));
-    }
-    if (options.show_all) show_everything(*graph);
+    std::string_view content = text;
+    if (content.rfind("\xEF\xBB\xBF", 0) == 0) content.remove_prefix(3);
+    if (content.empty()) throw ReadError(name, 1, "the file is empty");
+    Losses losses;
+    FillGraph(graph, read(report.format, name, content, losses), options, report);
+    const std::string lost = losses.Describe();
+    if (!lost.empty()) report.warnings.push_back(Message(name, 0, "warning: " + lost));
     return report;
 }
 

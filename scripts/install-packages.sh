@@ -9,7 +9,7 @@ packages=(
     g++ cmake ninja-build pkg-config
     libcairo2-dev libpango1.0-dev fonts-dejavu-core
     qt6-base-dev
-    libcli11-dev nlohmann-json3-dev
+    libcli11-dev nlohmann-json3-dev libgraphviz-dev libpugixml-dev
 )
 test_packages=(
     libgtest-dev googletest libbenchmark-dev

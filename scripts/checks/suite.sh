@@ -24,7 +24,7 @@ areas() {
     for area in tests/*/; do
         area=$(basename "$area")
         compgen -G "tests/$area/*_test.cpp" >/dev/null || continue
-        if [[ "$preset" == m32 && "$area" =~ ^(cairo|cli|desktop|qt|viewer_parts)$ ]]; then
+        if [[ "$preset" == m32 && "$area" =~ ^(cairo|cli|desktop|formats|qt|viewer_parts)$ ]]; then
             continue
         fi
         printf '%s\n' "$area"

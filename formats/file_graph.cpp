@@ -1,0 +1,143 @@
+#include <formats/file_graph.h>
+#include <nodeline/ops/graph_ops.h>
+
+#include <charconv>
+#include <cstddef>
+#include <unordered_set>
+#include <utility>
+
+namespace nodeline::formats {
+
+namespace {
+
+std::optional<int> integer_of(const std::string& name) {
+    int value = 0;
+    const char* end = name.data() + name.size();
+    const std::from_chars_result result = std::from_chars(name.data(), end, value);
+    if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
+    return value;
+}
+
+std::vector<int> tags_of(const std::vector<FileNode>& nodes) {
+    std::vector<int> tags;
+    std::unordered_set<int> taken;
+    for (const FileNode& node : nodes) {
+        const std::optional<int> id = integer_of(node.name);
+        if (!id || *id == 0 || *id == -1 || !taken.insert(*id).second) break;
+        tags.push_back(*id);
+    }
+    if (tags.size() == nodes.size()) return tags;
+    tags.clear();
+    for (std::size_t i = 0; i < nodes.size(); ++i) tags.push_back(static_cast<int>(i) + 1);
+    return tags;
+}
+
+class Filler {
+public:
+    Filler(const graph_ptr2<Graph>& graph, const FileGraph& file, const ReadOptions& options,
+           ReadReport& report)
+        : root_(graph->GetRoot()), file_(file), options_(options), report_(report) {}
+
+    void Run() {
+        root_.Remove();
+        nodes_.resize(file_.nodes.size());
+        const std::vector<int> tags = tags_of(file_.nodes);
+        for (int place = 0; place < file_.CountNodes(); ++place) make_node(place);
+        for (std::size_t i = 0; i < nodes_.size(); ++i) nodes_[i].SetTag(tags[i]);
+        for (const FileEdge& edge : file_.edges) make_edge(edge);
+        if (!file_.place) return;
+        hide_nodes();
+        if (options_.show_all && has_hidden_) return;
+        place_nodes();
+        place_edges();
+        // A new graph has asked for a layout, which would undo this one.
+        root_.store()->clear_make_list();
+        root_.store()->clear_update_list();
+        root_.store()->clear_resize_list();
+        report_.has_layout = true;
+    }
+
+private:
+    [[nodiscard]] const FileNode& in_file(int place) const {
+        return file_.nodes[static_cast<std::size_t>(place)];
+    }
+    Node& made(int place) { return nodes_[static_cast<std::size_t>(place)]; }
+
+    // Makes the owners that are not there yet first, the outermost ahead.
+    void make_node(int place) {
+        std::vector<int> missing;
+        for (int p = place; p != FileGraph::kRoot && !made(p); p = in_file(p).owner) {
+            missing.push_back(p);
+        }
+        for (; !missing.empty(); missing.pop_back()) {
+            if (options_.check) options_.check();
+            const FileNode& from = in_file(missing.back());
+            Node& node = made(missing.back());
+            node = (from.owner == FileGraph::kRoot ? root_ : made(from.owner)).AddNode();
+            node.SetCaption(from.caption);
+            if (!from.look.IsPlain()) report_.looks.nodes.emplace(node.GetID(), from.look);
+        }
+    }
+
+    void make_edge(const FileEdge& from) {
+        Edge edge = made(from.from).LinkTo(made(from.to));
+        edge.SetCaption(from.caption);
+        if (!from.look.IsPlain()) report_.looks.edges.emplace(edge.GetID(), from.look);
+        edges_.push_back(edge);
+    }
+
+    void hide_nodes() {
+        for (std::size_t i = 0; i < nodes_.size(); ++i) {
+            if (!file_.nodes[i].is_hidden) continue;
+            has_hidden_ = true;
+            if (!options_.show_all) Hide(nodes_[i]);
+        }
+    }
+
+    static void place_node(Node node, const Place& place) {
+        node.SetPosition(place.position);
+        node.SetSize(place.extent);
+    }
+
+    void place_nodes() {
+        place_node(root_, *file_.place);
+        for (std::size_t i = 0; i < nodes_.size(); ++i) {
+            place_node(nodes_[i], file_.nodes[i].place.value_or(Place()));
+        }
+    }
+
+    // The root is an owner that every edge runs through, or may be said to.
+    void place_edges() {
+        for (std::size_t i = 0; i < edges_.size(); ++i) {
+            const std::vector<point<double>>& route = file_.edges[i].route;
+            if (route.empty()) continue;
+            edges_[i].AddBreakNodesIn(root_, static_cast<int>(route.size()));
+            const NodeSet bends = edges_[i].GetBreakNodesIn(root_);
+            for (std::size_t k = 0; k < route.size(); ++k) {
+                bends.GetItem(static_cast<int>(k)).SetPosition(route[k].x, route[k].y);
+            }
+        }
+    }
+
+    Node root_;
+    const FileGraph& file_;
+    const ReadOptions& options_;
+    ReadReport& report_;
+    std::vector<Node> nodes_;
+    std::vector<Edge> edges_;
+    bool has_hidden_ = false;
+};
+
+}  // namespace
+
+int FileGraph::AddNode(FileNode node) {
+    nodes.push_back(std::move(node));
+    return CountNodes() - 1;
+}
+
+void FillGraph(const graph_ptr2<Graph>& graph, const FileGraph& file, const ReadOptions& options,
+               ReadReport& report) {
+    Filler(graph, file, options, report).Run();
+}
+
+}  // namespace nodeline::formats
