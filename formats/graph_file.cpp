@@ -1,6 +1,7 @@
 #include <formats/dot_reader.h>
 #include <formats/file_graph.h>
 #include <formats/graph_file.h>
+#include <formats/graphml_reader.h>
 #include <formats/text_reader.h>
 
 #include <string_view>
@@ -12,6 +13,7 @@ namespace {
 
 FileGraph read(Format format, const std::string& name, std::string_view text, Losses& losses) {
     if (format == Format::kDot) return ReadDot(name, text, losses);
+    if (format == Format::kGraphml) return ReadGraphml(name, text, losses);
     throw ReadError(name, 0, std::string("no reader for ") + NameOf(format) + " files");
 }
 
