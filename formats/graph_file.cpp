@@ -2,6 +2,7 @@
 #include <formats/file_graph.h>
 #include <formats/graph_file.h>
 #include <formats/graphml_reader.h>
+#include <formats/json_reader.h>
 #include <formats/text_reader.h>
 
 #include <string_view>
@@ -14,7 +15,7 @@ namespace {
 FileGraph read(Format format, const std::string& name, std::string_view text, Losses& losses) {
     if (format == Format::kDot) return ReadDot(name, text, losses);
     if (format == Format::kGraphml) return ReadGraphml(name, text, losses);
-    throw ReadError(name, 0, std::string("no reader for ") + NameOf(format) + " files");
+    return ReadJson(name, text, losses);
 }
 
 }  // namespace
