@@ -1,10 +1,10 @@
 #include <apps/cli/input.h>
-#include <formats/graph_file.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <iostream>
 #include <memory>
 
 namespace nodeline::cli {
@@ -41,6 +41,18 @@ std::string ReadInput(const std::string& path) {
     }
     if (std::ferror(file.get()) != 0) fail(path, "cannot be read");
     return text;
+}
+
+formats::ReadReport ReadGraph(const graph_ptr2<Graph>& graph, const std::string& path,
+                              const formats::ReadOptions& options) {
+    try {
+        formats::ReadReport report =
+            formats::ReadGraph(graph, DisplayName(path), ReadInput(path), options);
+        for (const std::string& warning : report.warnings) std::cerr << warning << '\n';
+        return report;
+    } catch (const formats::ReadError& error) {
+        throw Failure(kBadInput, error.what());
+    }
 }
 
 }  // namespace nodeline::cli

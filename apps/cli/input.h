@@ -2,6 +2,8 @@
 #pragma once
 
 #include <apps/cli/failure.h>
+#include <formats/graph_file.h>
+#include <nodeline/model/graph.h>
 
 #include <string>
 
@@ -15,5 +17,10 @@ namespace nodeline::cli {
 
 // All bytes of an input; one that cannot be read is a `Failure`.
 [[nodiscard]] std::string ReadInput(const std::string& path);
+
+// Reads an input of any format into a graph, and prints what was passed over. One that is no graph
+// is a `Failure`.
+formats::ReadReport ReadGraph(const graph_ptr2<Graph>& graph, const std::string& path,
+                              const formats::ReadOptions& options);
 
 }  // namespace nodeline::cli

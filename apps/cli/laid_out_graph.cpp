@@ -2,7 +2,7 @@
 
 #include <apps/cli/input.h>
 #include <apps/cli/progress.h>
-#include <formats/graph_file.h>
+#include <formats/attribute_handlers.h>
 #include <nodeline/handlers/handlers.h>
 #include <nodeline/layout/inc_layout.h>
 #include <nodeline/layout/stable_layout.h>
@@ -33,25 +33,6 @@ std::unique_ptr<paintcore::IPainter> make_measuring_painter() {
     painter->SetRecording(false);
     return painter;
 #endif
-}
-
-graph_ptr2<Graph> read_graph(const GraphOptions& options) {
-    graph_ptr2<Graph> graph(new Graph, true);
-    try {
-        const auto report = formats::ReadGraph(graph, DisplayName(options.input),
-                                               ReadInput(options.input), {options.show_all});
-        for (const std::string& warning : report.warnings) std::cerr << warning << '\n';
-    } catch (const formats::ReadError& error) {
-        throw Failure(kBadInput, error.what());
-    }
-    return graph;
-}
-
-template <class Handler>
-graph_ptr2<INodeHandler> make_handler(paintcore::IPainter* measure) {
-    graph_ptr2<Handler> handler(new Handler, true);
-    handler->SetIPainter(measure);
-    return handler;
 }
 
 template <class Item>
@@ -93,7 +74,8 @@ std::string count_shown(const std::vector<Item>& items, int drawn_flag, const st
 }  // namespace
 
 LaidOutGraph::LaidOutGraph(const GraphOptions& options)
-    : measure_(make_measuring_painter()), graph_(read_graph(options)) {
+    : measure_(make_measuring_painter()), graph_(new Graph, true) {
+    looks_ = ReadGraph(graph_, options.input, {.show_all = options.show_all}).looks;
     choose_handlers(options.handler);
     choose_layout(options.layout);
     collect();
@@ -120,10 +102,17 @@ void LaidOutGraph::choose_handlers(const std::string& handler) {
         graph_->SetDefaultNodeHandler(GetDefaultNodeHandler());
         return;
     }
-    if (handler == "port") {
-        graph_->SetDefaultNodeHandler(make_handler<PortNodeHandler>(measure_.get()));
-    } else {
-        graph_->SetDefaultNodeHandler(make_handler<SimpleNodeHandler>(measure_.get()));
+    if (handler == "simple") {
+        graph_ptr2<SimpleNodeHandler> boxes(new SimpleNodeHandler, true);
+        boxes->SetIPainter(measure_.get());
+        graph_->SetDefaultNodeHandler(boxes);
+        return;
+    }
+    const graph_ptr2<PortNodeHandler> nodes = formats::MakePortNodeHandler(looks_);
+    nodes->SetIPainter(measure_.get());
+    graph_->SetDefaultNodeHandler(nodes);
+    if (const graph_ptr2<IEdgeHandler> edges = formats::MakeEdgeHandler(looks_)) {
+        graph_->SetDefaultEdgeHandler(edges);
     }
 }
 

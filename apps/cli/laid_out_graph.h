@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/cli/view_change.h>
+#include <formats/looks.h>
 #include <nodeline/model/graph.h>
 #include <paintcore/painter.h>
 
@@ -15,7 +16,8 @@ namespace nodeline::cli {
 struct GraphOptions {
     std::string input;
     bool show_all = false;
-    // "simple": boxes with captions; "port": boxes with captions and ports, all equally wide;
+    // "simple": boxes with captions; "port": boxes with captions and ports, all equally wide, and
+    // nodes and edges with the colours and pens of the file;
     // "default": the bare rectangles of the library's own default.
     std::string handler = "simple";
     // "stable": pictures keep every rule and wear well; "inc": the incremental layout as it is.
@@ -26,8 +28,8 @@ struct GraphOptions {
 
 class LaidOutGraph {
 public:
-    // Reads, measures and lays out, and fits each change into the picture. On a terminal, a layout
-    // that takes long shows that it goes on.
+    // Reads, measures and lays out, unless the file has a layout, and fits each change into the
+    // picture. On a terminal, a layout that takes long shows that it goes on.
     explicit LaidOutGraph(const GraphOptions& options);
 
     [[nodiscard]] const graph_ptr2<Graph>& graph() const { return graph_; }
@@ -61,6 +63,7 @@ private:
     // Measures texts while the layout runs. The handler refers to it, so it goes last.
     std::unique_ptr<paintcore::IPainter> measure_;
     graph_ptr2<Graph> graph_;
+    formats::GraphLooks looks_;
     std::vector<Node> nodes_;
     std::vector<Edge> edges_;
     bool was_narrowed_ = false;
