@@ -5,6 +5,7 @@
 #include <apps/cli/laid_out_graph.h>
 
 #include <string>
+#include <string_view>
 
 namespace nodeline::cli {
 
@@ -17,15 +18,27 @@ struct RenderOptions {
     double scale = 1.0;
 };
 
+struct ConvertOptions {
+    std::string input;
+    // "-" is standard output.
+    std::string output;
+    // "text", "dot", "graphml" or "json"; empty: what the output's name says.
+    std::string format;
+};
+
 // Each carries the command out, or throws a `Failure`.
 
 // Draws a graph into a file, and tells in one line what it wrote.
 void RunRender(const RenderOptions& options);
 // Prints the coordinates of a graph as JSON.
 void RunLayout(const GraphOptions& options);
+// Writes a graph in another format, and tells in one line what it wrote.
+void RunConvert(const ConvertOptions& options);
 // Carries out a replay script.
 void RunReplayScript(const std::string& path);
 
+// Makes `bytes` the content of a file, in one step, or of standard output under the name "-".
+void WriteOutput(const std::string& path, std::string_view bytes);
 // Fails if standard output did not take all that was written to it.
 void FinishOutput();
 

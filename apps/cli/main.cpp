@@ -96,6 +96,7 @@ public:
             layout_.changes = changes_of(*layout);
             run_ = [this] { RunLayout(layout_); };
         });
+        add_convert();
         CLI::App* replay = app_.add_subcommand("replay", "carry out a replay script");
         replay->add_option("SCRIPT", script_, "the script; - is standard input")->required();
         replay->callback([this] { run_ = [this] { RunReplayScript(script_); }; });
@@ -133,9 +134,23 @@ private:
         });
     }
 
+    void add_convert() {
+        CLI::App* convert = app_.add_subcommand("convert", "write a graph in another format");
+        convert->add_option("INPUT", convert_.input, "the graph file; - is standard input")
+            ->required();
+        convert->add_option("OUTPUT", convert_.output, "the new file; - is standard output")
+            ->required();
+        convert
+            ->add_option("--to", convert_.format,
+                         "text, dot, graphml or json; without it, what the name of the output says")
+            ->check(CLI::IsMember({"text", "dot", "graphml", "json"}));
+        convert->callback([this] { run_ = [this] { RunConvert(convert_); }; });
+    }
+
     CLI::App app_;
     RenderOptions render_;
     GraphOptions layout_;
+    ConvertOptions convert_;
     std::string script_;
     std::function<void()> run_;
 };

@@ -12,7 +12,7 @@ class Usage : public test_support::ProgramTest {};
 TEST_F(Usage, HelpNamesTheCommands) {
     const ProgramResult help = RunProgram("--help");
     EXPECT_EQ(help.status, 0);
-    for (const char* command : {"render", "layout", "replay"}) {
+    for (const char* command : {"render", "layout", "convert", "replay"}) {
         EXPECT_NE(help.out.find(command), std::string::npos) << command;
     }
     EXPECT_EQ(help.err, "");
@@ -40,6 +40,12 @@ TEST_F(Usage, WrongOnesEndWithTwoAndOneLine) {
                                   "paint g.txt",
                                   "render",
                                   "layout",
+                                  "convert",
+                                  "convert g.txt",
+                                  "convert g.txt out.svg",
+                                  "convert g.txt -",
+                                  "convert g.txt out.dot --to svg",
+                                  "convert g.txt g.txt",
                                   "replay",
                                   "render g.txt --size 3",
                                   "render g.txt other.txt",

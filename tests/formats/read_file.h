@@ -1,10 +1,14 @@
 // A file that was read from a text, and short ways to look at its graph.
 #pragma once
 
+#include <formats/colors.h>
 #include <formats/graph_file.h>
+#include <formats/graph_listing.h>
+#include <formats/writer.h>
 #include <nodeline/ops/graph_ops.h>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -72,6 +76,35 @@ inline std::string Edges(const ReadFile& file) {
     }
     std::string text;
     for (const auto& [id, edge] : edges) text += (text.empty() ? "" : " ") + edge;
+    return text;
+}
+
+inline std::string Describe(const std::optional<paintcore::_color>& color) {
+    return color ? FormatColor(*color) : "-";
+}
+inline std::string Describe(const std::optional<double>& number) {
+    return number ? FormatNumber(*number) : "-";
+}
+
+// All that a file keeps of a graph: nodes by their tags, and edges in their order.
+inline std::string Outline(const graph_ptr2<Graph>& graph, const GraphLooks& looks) {
+    const GraphListing listing(graph, looks);
+    std::map<int, std::string> nodes;
+    for (const Node& node : listing.nodes()) {
+        const NodeLook& look = listing.LookOf(node);
+        nodes[node.GetTag()] = " \"" + node.GetCaption() + "\" in " +
+                               std::to_string(node.GetOwner().GetTag()) + " " +
+                               Describe(look.fill) + Describe(look.border) + Describe(look.text) +
+                               Describe(look.pen_width);
+    }
+    std::string text;
+    for (const auto& [tag, line] : nodes) text += std::to_string(tag) + line + "\n";
+    for (const Edge& edge : listing.edges()) {
+        const EdgeLook& look = listing.LookOf(edge);
+        text += std::to_string(edge.From().GetTag()) + " > " + std::to_string(edge.To().GetTag()) +
+                " \"" + edge.GetCaption() + "\" " + Describe(look.line) + Describe(look.pen_width) +
+                "\n";
+    }
     return text;
 }
 

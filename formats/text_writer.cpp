@@ -1,0 +1,46 @@
+#include <formats/writers.h>
+
+#include <algorithm>
+
+namespace nodeline::formats {
+
+namespace {
+
+std::string count_of(std::size_t count, const std::string& thing) {
+    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+}
+
+// A caption ends at the last quotation mark of its line, so marks may stand in it, but no line
+// feed.
+std::string quoted(std::string caption, int& broken) {
+    if (caption.find('\n') != std::string::npos) {
+        ++broken;
+        std::replace(caption.begin(), caption.end(), '\n', ' ');
+    }
+    return "\"" + caption + "\"";
+}
+
+}  // namespace
+
+std::string WriteText(const GraphListing& listing, Losses& losses) {
+    int broken = 0;
+    std::string text = count_of(listing.nodes().size(), "node") + ", " +
+                       count_of(listing.edges().size(), "edge") + "\n[nodes]\n";
+    for (const Node& node : listing.nodes()) {
+        text += listing.IdOf(node) + " " + quoted(node.GetCaption(), broken) + " 0 " +
+                listing.IdOf(node.GetOwner()) + "\n";
+    }
+    text += "[edges]\n";
+    for (const Edge& edge : listing.edges()) {
+        text += listing.IdOf(edge.From()) + " " + listing.IdOf(edge.To()) + " " +
+                quoted(edge.GetCaption(), broken) + "\n";
+    }
+    losses.AddCount(broken, "caption", "with line feeds, written as blanks");
+    losses.AddCount(static_cast<int>(listing.looks().nodes.size()), "node",
+                    "without colours and pens");
+    losses.AddCount(static_cast<int>(listing.looks().edges.size()), "edge",
+                    "without colours and pens");
+    return text;
+}
+
+}  // namespace nodeline::formats
