@@ -8,15 +8,12 @@
 
 namespace nodeline::formats {
 
-namespace {
-
 using paintcore::_color;
 
 // No pen is thinner than a pixel.
-int pixels_of(double width) { return std::max(1, static_cast<int>(std::lround(width))); }
+int PixelsOf(double pen_width) { return std::max(1, static_cast<int>(std::lround(pen_width))); }
 
-// The fill that shows is that of the look only where no state of the node has one of its own.
-void apply(const NodeLook& look, const Node& node, CPortNodeDrawInfo& info) {
+void ApplyLook(const NodeLook& look, const Node& node, CPortNodeDrawInfo& info) {
     if (look.fill) {
         info.fill_top = *look.fill;
         info.fill_bottom = *look.fill;
@@ -27,10 +24,8 @@ void apply(const NodeLook& look, const Node& node, CPortNodeDrawInfo& info) {
     }
     if (look.border) info.border_color = *look.border;
     if (look.text) info.text_color = *look.text;
-    if (look.pen_width) info.pen_width = pixels_of(*look.pen_width);
+    if (look.pen_width) info.pen_width = PixelsOf(*look.pen_width);
 }
-
-}  // namespace
 
 AttributeNodeHandler::AttributeNodeHandler(std::unordered_map<int, NodeLook> looks)
     : looks_(std::move(looks)) {}
@@ -43,7 +38,7 @@ void AttributeNodeHandler::Draw(Node node, IPainter* painter) {
     }
     CPortNodeDrawInfo& info = GetDrawInfo();
     const CPortNodeDrawInfo usual = info;
-    apply(look->second, node, info);
+    ApplyLook(look->second, node, info);
     PortNodeHandler::Draw(node, painter);
     info = usual;
 }
@@ -60,7 +55,7 @@ void AttributeEdgeHandler::Draw(Edge edge, IPainter* painter) {
     const _color usual_color = color;
     const int usual_width = pen_width;
     color = look->second.line.value_or(usual_color);
-    if (look->second.pen_width) pen_width = pixels_of(*look->second.pen_width);
+    if (look->second.pen_width) pen_width = PixelsOf(*look->second.pen_width);
     DummyEdgeHandler::Draw(edge, painter);
     color = usual_color;
     pen_width = usual_width;

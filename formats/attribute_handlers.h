@@ -15,6 +15,12 @@
 
 namespace nodeline::formats {
 
+// Gives a drawer what the look of a node says; what it says nothing of stays. The fill does not
+// show where a state of the node has one of its own, and then the text is not chosen to go with it.
+void ApplyLook(const NodeLook& look, const Node& node, CPortNodeDrawInfo& info);
+// As wide as a pen of so many pixels is drawn.
+[[nodiscard]] int PixelsOf(double pen_width);
+
 // Draws nodes as `PortNodeHandler` does, but with the colours and pens of their looks. On a fill
 // that says nothing of its text, that is black or white. Selected and new nodes keep the fill that
 // shows them as such. Measures and reacts as `PortNodeHandler` does. Serves the one graph whose

@@ -111,12 +111,17 @@ void LoadJob::load() {
     for (const std::string& warning : report.warnings) {
         warnings_.append(QString::fromStdString(warning));
     }
+    auto& handler = dynamic_cast<Handler&>(*graph_->GetDefaultNodeHandler());
+    handler.SetLooks(report.looks.nodes);
+    handler.edges()->SetLooks(report.looks.edges);
+    has_layout_ = report.has_layout;
     check();
     is_read_ = true;
 }
 
+// A file may bring its layout along.
 void LoadJob::lay_out() {
-    graph_->GetRoot().MakeLayout();
+    if (!has_layout_) graph_->GetRoot().MakeLayout();
     graph_->RecalculateLayout(nullptr);
     check();
 }

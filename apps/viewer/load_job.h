@@ -68,6 +68,7 @@ private:
     std::atomic<int> node_count_ = 0;
     std::atomic<bool> is_read_ = false;
     std::atomic<bool> has_ended_ = false;
+    bool has_layout_ = false;
     QString failure_;
     QStringList warnings_;
     std::thread thread_;

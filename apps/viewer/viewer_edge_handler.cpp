@@ -1,4 +1,5 @@
 #include <apps/viewer/viewer_edge_handler.h>
+#include <formats/attribute_handlers.h>
 #include <nodeline/ops/graph_ops.h>
 
 #include <algorithm>
@@ -27,20 +28,24 @@ void ViewerEdgeHandler::SetZoomFactor(double factor) {
 }
 
 void ViewerEdgeHandler::Draw(Edge edge, IPainter* painter) {
-    const paintcore::_color full = color;
+    const paintcore::_color usual = color;
     const int pen = pen_width;
+    const auto found = looks_.find(edge.GetID());
+    const formats::EdgeLook* const look = found != looks_.end() ? &found->second : nullptr;
+    if (look != nullptr && look->pen_width) pen_width = formats::PixelsOf(*look->pen_width);
     if (IsSelected(edge.From()) || IsSelected(edge.To())) {
         color = strong_color;
-        pen_width = kStrongPen;
+        pen_width = std::max(pen_width, kStrongPen);
     } else if (IsFlagSet(edge, EdgeHovered)) {
         color = strong_color;
     } else {
+        const paintcore::_color full = look != nullptr && look->line ? *look->line : usual;
         color = {Between(background.red, full.red, contrast_),
                  Between(background.green, full.green, contrast_),
                  Between(background.blue, full.blue, contrast_)};
     }
     DummyEdgeHandler::Draw(edge, painter);
-    color = full;
+    color = usual;
     pen_width = pen;
 }
 

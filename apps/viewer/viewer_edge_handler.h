@@ -2,8 +2,12 @@
 // come forward where they matter.
 #pragma once
 
+#include <formats/looks.h>
 #include <nodeline/handlers/handlers.h>
 #include <paintcore/color.h>
+
+#include <unordered_map>
+#include <utility>
 
 namespace nodeline::app {
 
@@ -14,12 +18,16 @@ public:
     void Draw(Edge edge, IPainter* painter) override;
     void SetZoomFactor(double factor) override;
 
+    // Colours and pens that a file gives its edges, by their ids.
+    void SetLooks(std::unordered_map<int, formats::EdgeLook> looks) { looks_ = std::move(looks); }
+
     // To be read and changed.
     paintcore::_color background{255, 255, 255};
     paintcore::_color strong_color{0, 0, 0};
 
 private:
     double contrast_ = 1.0;
+    std::unordered_map<int, formats::EdgeLook> looks_;
 };
 
 }  // namespace nodeline::app

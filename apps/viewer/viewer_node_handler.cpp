@@ -1,4 +1,5 @@
 #include <apps/viewer/viewer_node_handler.h>
+#include <formats/attribute_handlers.h>
 #include <nodeline/ops/graph_ops.h>
 
 namespace nodeline::app {
@@ -32,11 +33,11 @@ public:
           border_(look_.border_color),
           font_style_(look_.font.style),
           pen_width_(look_.pen_width) {
-        if (IsOwner(node)) {
-            TakeOwner(handler.states_, IsOuter(node));
-        } else {
-            TakeLeaf(handler.states_, node);
-        }
+        const bool is_owner = IsOwner(node);
+        if (is_owner) TakeOwner(handler.states_, IsOuter(node));
+        const auto found = handler.looks_.find(node.GetID());
+        if (found != handler.looks_.end()) formats::ApplyLook(found->second, node, look_);
+        if (!is_owner) TakeLeaf(handler.states_, node);
     }
     ~Scope() {
         look_.fill_top = fill_top_;

@@ -7,8 +7,12 @@
 #pragma once
 
 #include <backends/qt/qt_painter.h>
+#include <formats/looks.h>
 #include <nodeline/handlers/port_node_handler.h>
 #include <paintcore/color.h>
+
+#include <unordered_map>
+#include <utility>
 
 namespace nodeline::app {
 
@@ -40,11 +44,15 @@ public:
     [[nodiscard]] StateLook& GetStateLook() { return states_; }
     [[nodiscard]] const StateLook& GetStateLook() const { return states_; }
 
+    // Colours and pens that a file gives its nodes, by their ids; states show on top of them.
+    void SetLooks(std::unordered_map<int, formats::NodeLook> looks) { looks_ = std::move(looks); }
+
 private:
     class Scope;
 
     qt::QtPainter measure_;
     StateLook states_;
+    std::unordered_map<int, formats::NodeLook> looks_;
 };
 
 }  // namespace nodeline::app

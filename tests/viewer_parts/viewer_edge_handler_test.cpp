@@ -74,6 +74,18 @@ TEST_F(ViewerEdgeHandlerTest, TheEdgeUnderThePointerDoesNotFade) {
     EXPECT_EQ(RedAt(0.01), RedAt(1.0));
 }
 
+TEST_F(ViewerEdgeHandlerTest, EdgesHaveTheColourAndThePenOfTheirFile) {
+    formats::EdgeLook look;
+    look.line = _color(100, 0, 0);
+    look.pen_width = 3.0;
+    edges.SetLooks({{edge.GetID(), look}});
+    EXPECT_EQ(RedAt(1.0), 100);
+    EXPECT_EQ(RedAt(1.0, 19) + RedAt(1.0, 21), 200);
+    EXPECT_EQ(RedAt(0.3), 50);
+    Select(from);
+    EXPECT_EQ(RedAt(1.0), 60);
+}
+
 TEST_F(ViewerEdgeHandlerTest, MarkedEdgesKeepTheirOwnColour) {
     SetFlag(edge, EdgeMarked, true);
     EXPECT_EQ(RedAt(0.01), 120);

@@ -120,6 +120,18 @@ TEST_F(ViewerNodeHandlerTest, CaptionsOfOwnersAreWiderForTheyAreBold) {
     EXPECT_GT(nodes.GetSize(plain, {1.0, 1.0}).outer.cx, as_leaf.cx);
 }
 
+TEST_F(ViewerNodeHandlerTest, NodesHaveTheFillOfTheirFileUnlessAStateShows) {
+    formats::NodeLook look;
+    look.fill = _color(90, 0, 0);
+    nodes.SetLooks({{leaf.GetID(), look}, {inner.GetID(), look}});
+    EXPECT_EQ(RedAt(leaf, 100, 27), 90);
+    EXPECT_EQ(RedAt(inner, 100, 27), 90);
+    EXPECT_EQ(RedAt(outer, 100, 27), 10);
+    Select(leaf);
+    EXPECT_EQ(BorderOfLeaf(), 30);
+    EXPECT_EQ(nodes.GetDrawInfo().fill_top, _color(60, 0, 0));
+}
+
 TEST_F(ViewerNodeHandlerTest, DrawingWithoutAPainterDoesNothing) {
     nodes.Draw(leaf, nullptr);
     EXPECT_EQ(nodes.GetDrawInfo().border_color, _color(70, 0, 0));
