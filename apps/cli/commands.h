@@ -26,6 +26,12 @@ struct ConvertOptions {
     std::string format;
 };
 
+struct ViewOptions {
+    std::string input;
+    // "stable" or "inc".
+    std::string layout = "stable";
+};
+
 // Each carries the command out, or throws a `Failure`.
 
 // Draws a graph into a file, and tells in one line what it wrote.
@@ -36,6 +42,8 @@ void RunLayout(const GraphOptions& options);
 void RunConvert(const ConvertOptions& options);
 // Carries out a replay script.
 void RunReplayScript(const std::string& path);
+// Shows a graph in a window: becomes the program `nodeline-viewer`, and so comes back only to fail.
+void RunView(const ViewOptions& options);
 
 // Makes `bytes` the content of a file, in one step, or of standard output under the name "-".
 void WriteOutput(const std::string& path, std::string_view bytes);

@@ -65,6 +65,18 @@ void add_change_options(CLI::App& command) {
     add("--hide", "ID", "hide a node, given by its id in the file")->check(check_id);
 }
 
+void add_layout_option(CLI::App& command, std::string& layout) {
+    command
+        .add_option("--layout", layout,
+                    "how the graph is laid out: stable, or inc, the plain incremental layout; " +
+                        layout + " if left out")
+        ->check(CLI::IsMember({"stable", "inc"}));
+}
+
+std::string check_shown_file(const std::string& path) {
+    return path == "-" ? "standard input cannot be shown in a window" : std::string();
+}
+
 void add_graph_options(CLI::App& command, GraphOptions& options) {
     command.add_option("INPUT", options.input, "the graph file; - is standard input")->required();
     command.add_flag("--all", options.show_all,
@@ -75,11 +87,7 @@ void add_graph_options(CLI::App& command, GraphOptions& options) {
                     "captions, or default, bare rectangles; " +
                         options.handler + " if left out")
         ->check(CLI::IsMember({"port", "simple", "default"}));
-    command
-        .add_option("--layout", options.layout,
-                    "how the graph is laid out: stable, or inc, the plain incremental layout; " +
-                        options.layout + " if left out")
-        ->check(CLI::IsMember({"stable", "inc"}));
+    add_layout_option(command, options.layout);
     add_change_options(command);
 }
 
@@ -89,6 +97,7 @@ public:
         app_.set_version_flag("--version", "nodeline " NODELINE_VERSION);
         app_.require_subcommand(1);
         add_render();
+        add_view();
         CLI::App* layout =
             app_.add_subcommand("layout", "print the coordinates of a graph as JSON");
         add_graph_options(*layout, layout_);
@@ -147,8 +156,18 @@ private:
         convert->callback([this] { run_ = [this] { RunConvert(convert_); }; });
     }
 
+    void add_view() {
+        CLI::App* view = app_.add_subcommand("view", "show a graph in a window, to be explored");
+        view->add_option("FILE", view_.input, "the graph file")
+            ->required()
+            ->check(check_shown_file);
+        add_layout_option(*view, view_.layout);
+        view->callback([this] { run_ = [this] { RunView(view_); }; });
+    }
+
     CLI::App app_;
     RenderOptions render_;
+    ViewOptions view_;
     GraphOptions layout_;
     ConvertOptions convert_;
     std::string script_;

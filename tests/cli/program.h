@@ -65,22 +65,21 @@ protected:
 
     // Runs the program in the folder. `arguments` are words for a shell.
     [[nodiscard]] ProgramResult RunProgram(const std::string& arguments) const {
-        const std::string out = folder_.string() + ".out";
-        ProgramResult result = RunProgramInto(out, arguments);
-        result.out = ReadFile(out);
-        std::filesystem::remove(out);
-        return result;
+        return RunCommand("'" NODELINE_CLI "' " + arguments);
     }
 
     // The same with standard output going to a file of choice.
     [[nodiscard]] ProgramResult RunProgramInto(const std::string& out,
                                                const std::string& arguments) const {
-        const std::string err = folder_.string() + ".err";
-        const std::string command = "cd '" + folder_.string() + "' && '" NODELINE_CLI "' " +
-                                    arguments + " >'" + out + "' 2>'" + err + "'";
-        const int status = std::system(command.c_str());
-        const ProgramResult result{WIFEXITED(status) ? WEXITSTATUS(status) : -1, "", ReadFile(err)};
-        std::filesystem::remove(err);
+        return RunCommandInto(out, "'" NODELINE_CLI "' " + arguments);
+    }
+
+    // Runs a command of a shell in the folder.
+    [[nodiscard]] ProgramResult RunCommand(const std::string& command) const {
+        const std::string out = folder_.string() + ".out";
+        ProgramResult result = RunCommandInto(out, command);
+        result.out = ReadFile(out);
+        std::filesystem::remove(out);
         return result;
     }
 
@@ -93,6 +92,17 @@ protected:
     }
 
 private:
+    [[nodiscard]] ProgramResult RunCommandInto(const std::string& out,
+                                               const std::string& command) const {
+        const std::string err = folder_.string() + ".err";
+        const std::string line =
+            "cd '" + folder_.string() + "' && " + command + " >'" + out + "' 2>'" + err + "'";
+        const int status = std::system(line.c_str());
+        const ProgramResult result{WIFEXITED(status) ? WEXITSTATUS(status) : -1, "", ReadFile(err)};
+        std::filesystem::remove(err);
+        return result;
+    }
+
     std::filesystem::path folder_;
 };
 

@@ -12,7 +12,7 @@ class Usage : public test_support::ProgramTest {};
 TEST_F(Usage, HelpNamesTheCommands) {
     const ProgramResult help = RunProgram("--help");
     EXPECT_EQ(help.status, 0);
-    for (const char* command : {"render", "layout", "convert", "replay"}) {
+    for (const char* command : {"render", "layout", "convert", "view", "replay"}) {
         EXPECT_NE(help.out.find(command), std::string::npos) << command;
     }
     EXPECT_EQ(help.err, "");
@@ -72,7 +72,12 @@ TEST_F(Usage, WrongOnesEndWithTwoAndOneLine) {
                                   "render g.txt --scale 2x",
                                   "render g.txt -o picture.jpg",
                                   "replay g.txt --all",
-                                  "replay g.txt --hide 1"}) {
+                                  "replay g.txt --hide 1",
+                                  "view",
+                                  "view -",
+                                  "view g.txt other.txt",
+                                  "view g.txt --all",
+                                  "view g.txt --layout fast"}) {
         const ProgramResult result = RunProgram(arguments);
         EXPECT_EQ(result.status, 2) << arguments;
         EXPECT_EQ(result.out, "") << arguments;
