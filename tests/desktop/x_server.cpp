@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/prctl.h>
+#include <xcb/xcb.h>
 
 #include <QByteArray>
 #include <QElapsedTimer>
@@ -11,6 +12,7 @@
 #include <QThread>
 #include <QtEndian>
 #include <cstdint>
+#include <cstdlib>
 
 namespace nodeline::test {
 
@@ -31,6 +33,17 @@ enum HeadField {
     kHeadFields = 25
 };
 constexpr std::size_t kBytesPerColor = 12;
+
+struct Freed {
+    void operator()(void* data) const { std::free(data); }
+};
+
+xcb_atom_t AtomOf(xcb_connection_t* x, const QByteArray& name) {
+    const auto length = static_cast<std::uint16_t>(name.size());
+    const std::unique_ptr<xcb_intern_atom_reply_t, Freed> reply(
+        xcb_intern_atom_reply(x, xcb_intern_atom(x, 0, length, name.constData()), nullptr));
+    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+}
 
 std::size_t ReadField(const QByteArray& bytes, int field) {
     return qFromBigEndian<std::uint32_t>(bytes.constData() + 4 * field);
@@ -125,6 +138,23 @@ QString XServer::WaitForWindow(const QString& title) const {
     const QString exactly = QLatin1Char('^') + QRegularExpression::escape(title) + QLatin1Char('$');
     const QString ids = Xdotool({"search", "--sync", "--onlyvisible", "--name", exactly});
     return ids.section(QLatin1Char('\n'), 0, 0);
+}
+
+void XServer::CloseWindow(const QString& id) const {
+    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> x(
+        xcb_connect(display_.toLatin1().constData(), nullptr), &xcb_disconnect);
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = id.toUInt();
+    event.type = AtomOf(x.get(), "WM_PROTOCOLS");
+    event.data.data32[0] = AtomOf(x.get(), "WM_DELETE_WINDOW");
+    // Waits until the server has taken it.
+    const std::unique_ptr<xcb_generic_error_t, Freed> error(xcb_request_check(
+        x.get(), xcb_send_event_checked(x.get(), 0, event.window, XCB_EVENT_MASK_NO_EVENT,
+                                        reinterpret_cast<const char*>(&event))));
+    EXPECT_EQ(error, nullptr);
+    EXPECT_EQ(xcb_connection_has_error(x.get()), 0);
 }
 
 }  // namespace nodeline::test

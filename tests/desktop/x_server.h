@@ -47,6 +47,8 @@ public:
     // The id of the visible window with exactly that title, once there is one. Empty, after the
     // test has failed, if none comes.
     [[nodiscard]] QString WaitForWindow(const QString& title) const;
+    // Asks a window to close, as window managers do for a click on its cross.
+    void CloseWindow(const QString& id) const;
 
 private:
     QTemporaryDir folder_;
