@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QElapsedTimer>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
@@ -31,12 +32,12 @@ std::optional<Appearance> ToAppearance(const QString& word) {
     std::exit(kWrongUsage);
 }
 
-Arguments Parse(const QApplication& application) {
+Arguments Parse(const QStringList& words) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Shows a directed graph in a window, to be explored."));
-    parser.addHelpOption();
-    parser.addVersionOption();
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("the graph file"),
                                  QStringLiteral("[FILE]"));
     const QCommandLineOption layout(
@@ -50,7 +51,10 @@ Arguments Parse(const QApplication& application) {
         QStringLiteral("print-status"),
         QStringLiteral("print what the status line and messages say on standard output"));
     parser.addOptions({layout, colors, print});
-    parser.process(application);
+    const bool is_understood = parser.parse(words);
+    if (parser.isSet(help) || parser.isSet(QStringLiteral("help-all"))) parser.showHelp();
+    if (parser.isSet(version)) parser.showVersion();
+    if (!is_understood) Refuse(parser.errorText());
 
     Arguments arguments;
     const QStringList files = parser.positionalArguments();
@@ -77,8 +81,7 @@ void Print(const QString& line) {
     std::fflush(stdout);
 }
 
-int Run(const QApplication& application, const QElapsedTimer& since_start) {
-    const Arguments arguments = Parse(application);
+int Run(const Arguments& arguments, const QElapsedTimer& since_start) {
     MainWindow window(arguments.window);
     if (arguments.prints_status) {
         QObject::connect(&window, &MainWindow::told, Print);
@@ -89,6 +92,15 @@ int Run(const QApplication& application, const QElapsedTimer& since_start) {
     window.show();
     if (!arguments.file.isEmpty()) window.openFile(arguments.file);
     return QApplication::exec();
+}
+
+// Whether the program only says something on its output, for which it needs no screen.
+bool OnlyPrints(int argc, char** argv) {
+    return std::any_of(argv + 1, argv + argc, [](const char* word) {
+        const QLatin1String option(word);
+        return option == QLatin1String("-h") || option == QLatin1String("-v") ||
+               option.startsWith(QLatin1String("--help")) || option == QLatin1String("--version");
+    });
 }
 
 }  // namespace
@@ -102,6 +114,10 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("nodeline-viewer"));
     QApplication::setApplicationDisplayName(QStringLiteral("nodeline"));
     QApplication::setApplicationVersion(QStringLiteral(NODELINE_VERSION));
+    if (nodeline::app::OnlyPrints(argc, argv)) {
+        const QCoreApplication application(argc, argv);
+        nodeline::app::Parse(QCoreApplication::arguments());
+    }
     const QApplication application(argc, argv);
-    return nodeline::app::Run(application, since_start);
+    return nodeline::app::Run(nodeline::app::Parse(QCoreApplication::arguments()), since_start);
 }
