@@ -18,6 +18,7 @@
 #include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <utility>
 
 // What the window is made of, and how its parts come together.
 
@@ -132,9 +133,12 @@ void MainWindow::connect_document() {
         history_->adopt();
         find_panel_->setGraph(graph_->viewer()->GetGraph());
         status_->renew();
-        const QString what =
-            result.IsEmpty() ? tr("nothing has changed")
-                             : tr("%L1 nodes came, %L2 went").arg(result.added).arg(result.removed);
+        const QString what = result.IsEmpty()
+                                 ? tr("nothing has changed")
+                                 : tr("%L1 %2 came, %L3 went")
+                                       .arg(result.added)
+                                       .arg(result.added == 1 ? tr("node") : tr("nodes"))
+                                       .arg(result.removed);
         const QString message = tr("Read again: %1").arg(what);
         messages_->hide();
         statusBar()->showMessage(message, kMessageTime);
@@ -154,7 +158,7 @@ void MainWindow::openFile(const QString& path) { document_->open(path); }
 
 void MainWindow::show_opened() {
     messages_->hide();
-    pages_->setCurrentWidget(graph_);
+    show_graph_page();
     restyle();
     graph_->fitToWindow();
     if (graph_->viewer()->GetScale() > 1.0) graph_->zoomTo(1.0);
@@ -168,6 +172,11 @@ void MainWindow::show_opened() {
     enable_actions();
     // The picture is painted when the event loop comes to rest.
     QTimer::singleShot(0, this, [this] { QTimer::singleShot(0, this, &MainWindow::pictureShown); });
+}
+
+void MainWindow::show_graph_page() {
+    pages_->setCurrentWidget(graph_);
+    for (QDockWidget* dock : std::exchange(later_docks_, {})) dock->show();
 }
 
 void MainWindow::note_recent(const QString& path) {
@@ -215,7 +224,11 @@ void MainWindow::restore_settings(const WindowOptions& options) {
     resize(kFirstSize);
     restoreGeometry(settings.value("window/geometry").toByteArray());
     restoreState(settings.value("window/docks").toByteArray());
-    actions_[Command::kOverview]->setChecked(!overview_dock_->isHidden());
+    for (QDockWidget* dock : {overview_dock_, find_dock_}) {
+        if (dock->isHidden()) continue;
+        later_docks_.push_back(dock);
+        dock->hide();
+    }
     actions_[Command::kGlide]->setChecked(settings.value("view/glide", true).toBool());
     recent_ = settings.value("files/recent").toStringList();
     start_page_->setRecentFiles(recent_);
@@ -231,7 +244,8 @@ void MainWindow::restore_settings(const WindowOptions& options) {
 void MainWindow::save_settings() {
     QSettings settings;
     settings.setValue("window/geometry", saveGeometry());
-    settings.setValue("window/docks", saveState());
+    // Nobody can have changed them beside the start page, where they are hidden.
+    if (pages_->currentWidget() == graph_) settings.setValue("window/docks", saveState());
     settings.setValue("view/glide", actions_[Command::kGlide]->isChecked());
     settings.setValue("files/recent", recent_);
     const int appearance = actions_[Command::kLightColors]->isChecked()  ? 1

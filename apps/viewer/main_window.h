@@ -68,6 +68,7 @@ private:
     void set_glide();
     void restyle();
     void show_opened();
+    void show_graph_page();
     void note_recent(const QString& path);
     void show_title();
     void tell(const QString& message);
@@ -116,6 +117,8 @@ private:
     QDockWidget* overview_dock_ = nullptr;
     FindPanel* find_panel_ = nullptr;
     QDockWidget* find_dock_ = nullptr;
+    // Those that come into view with the first graph.
+    std::vector<QDockWidget*> later_docks_;
     ProgressLine* progress_ = nullptr;
     StatusLine* status_ = nullptr;
     Document* document_ = nullptr;

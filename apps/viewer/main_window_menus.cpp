@@ -19,10 +19,12 @@ const Command kNodeCommands[] = {
     Command::kMark,           Command::kCentre,        Command::kCopyCaption};
 
 const Command kGraphCommands[] = {
-    Command::kReload,     Command::kExportAll, Command::kExportVisible, Command::kCopyPicture,
-    Command::kFind,       Command::kShowAll,   Command::kFit,           Command::kActualSize,
-    Command::kZoomIn,     Command::kZoomOut,   Command::kPan,           Command::kZoomArea,
-    Command::kSelectArea, Command::kMoveNodes, Command::kClearSelection};
+    Command::kReload,      Command::kExportAll,  Command::kExportVisible,
+    Command::kCopyPicture, Command::kFind,       Command::kShowAll,
+    Command::kFit,         Command::kActualSize, Command::kZoomIn,
+    Command::kZoomOut,     Command::kPan,        Command::kZoomArea,
+    Command::kSelectArea,  Command::kMoveNodes,  Command::kClearSelection,
+    Command::kOverview};
 
 }  // namespace
 
