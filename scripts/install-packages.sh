@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that are missing; says nothing and needs no network if none is.
 #
-#   scripts/install-packages.sh build   what it takes to build the program (default)
-#   scripts/install-packages.sh test    and what ./test runs besides
+#   scripts/install-packages.sh build    what it takes to build the programs (default)
+#   scripts/install-packages.sh window   and to show windows where there is Wayland without X
+#   scripts/install-packages.sh test     what it takes to build, and what ./test runs besides
 set -euo pipefail
 
 packages=(
@@ -11,6 +12,7 @@ packages=(
     qt6-base-dev
     libcli11-dev nlohmann-json3-dev libgraphviz-dev libpugixml-dev
 )
+window_packages=(qt6-wayland)
 test_packages=(
     libgtest-dev googletest libbenchmark-dev
     clang-14 libclang-rt-14-dev llvm-14 clang-format-14 clang-tidy-14
@@ -20,9 +22,10 @@ test_packages=(
 
 case "${1:-build}" in
     build) ;;
+    window) packages+=("${window_packages[@]}") ;;
     test) packages+=("${test_packages[@]}") ;;
     *)
-        echo "usage: $0 [build|test]" >&2
+        echo "usage: $0 [build|window|test]" >&2
         exit 2
         ;;
 esac
