@@ -18,7 +18,6 @@
 #include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
-#include <utility>
 
 // What the window is made of, and how its parts come together.
 
@@ -97,10 +96,9 @@ void MainWindow::make_docks() {
     find_panel_ = new FindPanel(find_dock_);
     find_dock_->setWidget(find_panel_);
     addDockWidget(Qt::RightDockWidgetArea, find_dock_);
-    resizeDocks({overview_dock_}, {kOverviewSize.width()}, Qt::Horizontal);
-    resizeDocks({overview_dock_, find_dock_},
-                {kOverviewSize.height(), kFirstSize.height() - kOverviewSize.height()},
-                Qt::Vertical);
+    // Beside the start page they would hold nothing.
+    overview_dock_->hide();
+    find_dock_->hide();
     connect(find_panel_, &FindPanel::nodeChosen, graph_, &qt::GraphWidget::reveal);
     connect(find_panel_, &FindPanel::closed, this, [this] {
         find_dock_->hide();
@@ -175,8 +173,15 @@ void MainWindow::show_opened() {
 }
 
 void MainWindow::show_graph_page() {
+    if (pages_->currentWidget() == graph_) return;
     pages_->setCurrentWidget(graph_);
-    for (QDockWidget* dock : std::exchange(later_docks_, {})) dock->show();
+    overview_dock_->show();
+    find_dock_->show();
+    resizeDocks({overview_dock_}, {kOverviewSize.width()}, Qt::Horizontal);
+    resizeDocks({overview_dock_, find_dock_},
+                {kOverviewSize.height(), kFirstSize.height() - kOverviewSize.height()},
+                Qt::Vertical);
+    restoreState(QSettings().value("window/docks").toByteArray());
 }
 
 void MainWindow::note_recent(const QString& path) {
@@ -223,12 +228,6 @@ void MainWindow::restore_settings(const WindowOptions& options) {
     const QSettings settings;
     resize(kFirstSize);
     restoreGeometry(settings.value("window/geometry").toByteArray());
-    restoreState(settings.value("window/docks").toByteArray());
-    for (QDockWidget* dock : {overview_dock_, find_dock_}) {
-        if (dock->isHidden()) continue;
-        later_docks_.push_back(dock);
-        dock->hide();
-    }
     actions_[Command::kGlide]->setChecked(settings.value("view/glide", true).toBool());
     recent_ = settings.value("files/recent").toStringList();
     start_page_->setRecentFiles(recent_);

@@ -68,6 +68,7 @@ private:
     void set_glide();
     void restyle();
     void show_opened();
+    // With the panels, as they were left last.
     void show_graph_page();
     void note_recent(const QString& path);
     void show_title();
@@ -117,8 +118,6 @@ private:
     QDockWidget* overview_dock_ = nullptr;
     FindPanel* find_panel_ = nullptr;
     QDockWidget* find_dock_ = nullptr;
-    // Those that come into view with the first graph.
-    std::vector<QDockWidget*> later_docks_;
     ProgressLine* progress_ = nullptr;
     StatusLine* status_ = nullptr;
     Document* document_ = nullptr;
