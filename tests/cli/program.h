@@ -65,19 +65,19 @@ protected:
 
     // Runs the program in the folder. `arguments` are words for a shell.
     [[nodiscard]] ProgramResult RunProgram(const std::string& arguments) const {
-        return RunCommand("'" NODELINE_CLI "' " + arguments);
+        return RunInShell("'" NODELINE_CLI "' " + arguments);
     }
 
     // The same with standard output going to a file of choice.
     [[nodiscard]] ProgramResult RunProgramInto(const std::string& out,
                                                const std::string& arguments) const {
-        return RunCommandInto(out, "'" NODELINE_CLI "' " + arguments);
+        return RunShellInto(out, "'" NODELINE_CLI "' " + arguments);
     }
 
     // Runs a command of a shell in the folder.
-    [[nodiscard]] ProgramResult RunCommand(const std::string& command) const {
+    [[nodiscard]] ProgramResult RunInShell(const std::string& command) const {
         const std::string out = folder_.string() + ".out";
-        ProgramResult result = RunCommandInto(out, command);
+        ProgramResult result = RunShellInto(out, command);
         result.out = ReadFile(out);
         std::filesystem::remove(out);
         return result;
@@ -92,8 +92,8 @@ protected:
     }
 
 private:
-    [[nodiscard]] ProgramResult RunCommandInto(const std::string& out,
-                                               const std::string& command) const {
+    [[nodiscard]] ProgramResult RunShellInto(const std::string& out,
+                                             const std::string& command) const {
         const std::string err = folder_.string() + ".err";
         const std::string line =
             "cd '" + folder_.string() + "' && " + command + " >'" + out + "' 2>'" + err + "'";

@@ -32,7 +32,7 @@ protected:
     }
 
     [[nodiscard]] ProgramResult RunView(const std::string& arguments) const {
-        return RunCommand("PATH=\"$PWD/path\" bin/nodeline view " + arguments);
+        return RunInShell("PATH=\"$PWD/path\" bin/nodeline view " + arguments);
     }
     [[nodiscard]] std::string FullName(const std::string& name) const {
         return (fs::canonical(folder()) / name).string();
@@ -58,7 +58,7 @@ TEST_F(View, ElseBecomesTheOneInThePath) {
 TEST_F(View, FindsItsFolderThroughALinkToTheProgram) {
     WriteViewer("bin", "beside");
     fs::create_symlink("../bin/nodeline", folder() / "path/linked");
-    const ProgramResult result = RunCommand("path/linked view g.txt");
+    const ProgramResult result = RunInShell("path/linked view g.txt");
     EXPECT_EQ(result.out.rfind("beside\n", 0), 0U) << result.out << result.err;
 }
 
