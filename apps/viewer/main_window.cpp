@@ -51,8 +51,10 @@ MainWindow::MainWindow(const WindowOptions& options) {
     enable_actions();
 }
 
-// Parts that follow the graph widget go before it does.
+// Parts that follow the graph widget go before it does. Others go when there is no window any more
+// that could hear of it.
 MainWindow::~MainWindow() {
+    for (QObject* const part : findChildren<QObject*>()) part->disconnect(this);
     delete document_;
     delete history_;
     delete overview_;
