@@ -307,12 +307,14 @@ TEST_F(HistoryTest, ADraggedNodeThatIsFoldedAwayComesBackWhereItWasLeft) {
 }
 
 TEST_F(HistoryTest, TwoDragsOfOneNodeAddUp) {
+    // Nothing is to lie over the node where it is dragged to.
+    HideNamed("box");
     const Places places = AllPlaces();
-    Drag(Named("low"), {10, -45});
+    Drag(Named("low"), {10, 45});
     const Places once = AllPlaces();
-    Drag(Named("low"), {-30, -20});
+    Drag(Named("low"), {-30, 20});
     const Places twice = AllPlaces();
-    HideNamed("three");
+    HideNamed("right");
     ExpectPlace("low", twice.at("low"));
     Stack().undo();
     ExpectPlaces(twice);
@@ -320,7 +322,7 @@ TEST_F(HistoryTest, TwoDragsOfOneNodeAddUp) {
     ExpectPlaces(once);
     Stack().undo();
     ExpectPlaces(places);
-    HideNamed("three");
+    HideNamed("right");
     ExpectPlace("low", places.at("low"));
 }
 
