@@ -182,6 +182,31 @@ TEST_F(MainWindowActionsTest, AToolStaysWithTheNextGraph) {
     EXPECT_EQ(Widget()->viewer()->GetRubberMode(), RubberSelect);
 }
 
+TEST_F(MainWindowActionsTest, AnAreaSelectsTheNodesThatItTouches) {
+    Open();
+    Do(Command::kSelectArea);
+    const QPoint at = MiddleOf("first");
+    const double scale = Widget()->viewer()->GetScale();
+    const int half = static_cast<int>(Named("first").GetSize().cy * scale / 2.0);
+    nodeline::test::Drag(Widget(), at - QPoint(5, half + 4), at + QPoint(5, half + 4));
+    EXPECT_TRUE(IsFlagSet(Named("first"), NodeSelected));
+    EXPECT_FALSE(IsFlagSet(Named("second"), NodeSelected));
+    EXPECT_TRUE(Action(Command::kHide)->isEnabled());
+    EXPECT_FALSE(told.filter("1 selected: first").isEmpty());
+}
+
+TEST_F(MainWindowActionsTest, AnAreaFillsTheWindow) {
+    Open();
+    Do(Command::kZoomArea);
+    const double scale = Widget()->viewer()->GetScale();
+    const QPoint at = MiddleOf("second");
+    nodeline::test::Drag(Widget(), at - QPoint(60, 40), at + QPoint(60, 40));
+    EXPECT_GT(Widget()->viewer()->GetScale(), 2.0 * scale);
+    const QPoint way = MiddleOf("second") - Widget()->rect().center();
+    EXPECT_LT(std::abs(way.x()), Widget()->width() / 2);
+    EXPECT_LT(std::abs(way.y()), Widget()->height() / 2);
+}
+
 TEST_F(MainWindowActionsTest, ADragOfANodeIsUndone) {
     Open();
     Do(Command::kMoveNodes);
