@@ -79,6 +79,6 @@ is_built() {
 
 # The sources and headers of this project.
 sources() {
-    find nodeline platform backends formats apps examples bench tests -name node_modules -prune -o \
+    find nodeline platform backends formats apps examples bench tests fuzz -name node_modules -prune -o \
         \( -name '*.h' -o -name '*.cpp' \) -type f -print | sort
 }
