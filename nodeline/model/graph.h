@@ -13,8 +13,8 @@
 // new graph has asked for a layout of its root already.
 //
 // A graph belongs to one thread at a time. Two graphs may be filled and laid out on two threads if
-// they share no layout and no handler: a new graph shares those of the process until it is given its
-// own, so make it and give it those first, and hand it to its thread then.
+// they share no layout and no handler: a new graph shares those of the process until it is given
+// its own, so make it and give it those first, and hand it to its thread then.
 //
 // Misuse (an empty handle, an index out of range) is caught by an assertion in debug builds;
 // release builds do nothing and answer an empty value.

@@ -16,9 +16,24 @@ constexpr double kPageOverlap = 0.1;
 // Of a pixel, what a range may be longer than the view before it needs a bar.
 constexpr double kSlack = 0.01;
 
-const paintcore::_color kThumbFill(205, 205, 205);
-const paintcore::_color kThumbPressed(166, 166, 166);
-const paintcore::_color kArrow(96, 96, 96);
+struct Colors {
+    paintcore::_color trough;
+    paintcore::_color thumb;
+    paintcore::_color pressed_thumb;
+    paintcore::_color arrow;
+};
+const Colors kOnLight{{240, 240, 240}, {205, 205, 205}, {166, 166, 166}, {96, 96, 96}};
+const Colors kOnDark{{40, 43, 48}, {84, 90, 98}, {122, 130, 140}, {176, 182, 190}};
+
+// Those that go with the background of the process.
+const Colors& colors() {
+    double lightness = 0.0;
+    double saturation = 0.0;
+    double hue = 0.0;
+    paintcore::GetSysPalette()[paintcore::SysPalette::kBackground].GetHLS(lightness, saturation,
+                                                                          hue);
+    return lightness < 0.5 ? kOnDark : kOnLight;
+}
 
 void set_repeat(const CVisualElement* element, int milliseconds) {
     CControl* const control = element->GetControl();
@@ -32,7 +47,7 @@ void set_repeat(const CVisualElement* element, int milliseconds) {
 CScrollBar::CScrollBar(CVisualElement* parent, bool vertical)
     : CVisualElement(parent, {kThickness, kThickness}, Alignment::None), vertical_(vertical) {}
 
-paintcore::_color CScrollBar::GetTroughColor() { return {240, 240, 240}; }
+paintcore::_color CScrollBar::GetTroughColor() { return colors().trough; }
 
 void CScrollBar::SetModel(IScrollModel* model) {
     model_ = model;
@@ -89,14 +104,14 @@ void CScrollBar::DrawContent(IPainter* painter) {
     drawn_ = thumb;
     painter->SetBrush({GetTroughColor(), 1});
     painter->FillRect(r);
-    painter->SetBrush({pressed_ == Part::kThumb ? kThumbPressed : kThumbFill, 1});
+    painter->SetBrush({pressed_ == Part::kThumb ? colors().pressed_thumb : colors().thumb, 1});
     const double breadth = vertical_ ? r.right : r.bottom;
     if (vertical_) {
         painter->FillRect(2.0, thumb.from, breadth - 2.0, thumb.to);
     } else {
         painter->FillRect(thumb.from, 2.0, thumb.to, breadth - 2.0);
     }
-    painter->SetPen({kArrow, 1, 1, 0, 0});
+    painter->SetPen({colors().arrow, 1, 1, 0, 0});
     const double middle = breadth / 2.0;
     // Where the tip of an arrow lies and where its ends do, along the axis.
     const auto arrow = [&](double tip, double ends) {

@@ -16,7 +16,7 @@ public:
 
     CScrollBar(CVisualElement* parent, bool vertical);
 
-    // The ground of all bars.
+    // The ground of all bars, light or dark as the background of the palette is.
     [[nodiscard]] static paintcore::_color GetTroughColor();
 
     // Not owned; null shows an empty trough.

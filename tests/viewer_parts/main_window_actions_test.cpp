@@ -91,8 +91,8 @@ TEST_F(MainWindowActionsTest, NoTwoEntriesOfAMenuShareALetter) {
 
 TEST_F(MainWindowActionsTest, WithoutAGraphOneOpensAndSetsUp) {
     using enum Command;
-    EXPECT_EQ(Enabled(), (std::vector<Command>{kOpen, kQuit, kOverview, kGlide, kSystemColors,
-                                               kLightColors, kDarkColors, kHelp, kAbout}));
+    EXPECT_EQ(Enabled(), (std::vector<Command>{kOpen, kQuit, kGlide, kSystemColors, kLightColors,
+                                               kDarkColors, kHelp, kAbout}));
 }
 
 TEST_F(MainWindowActionsTest, WithAGraphTheViewChanges) {

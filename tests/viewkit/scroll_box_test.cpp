@@ -52,6 +52,16 @@ TEST_F(ScrollBox, ShowsABarForEachAxisThatIsLongerThanTheView) {
     EXPECT_EQ(box->GetHorzBar()->GetBounds(), (rectangle<int>{0, 86, 186, 100}));
 }
 
+TEST(ScrollBarColors, GoWithTheBackgroundOfTheProcess) {
+    const paintcore::SysPalette before = paintcore::GetSysPalette();
+    EXPECT_EQ(CScrollBar::GetTroughColor(), paintcore::_color(240, 240, 240));
+    paintcore::SysPalette dark = before;
+    dark.Set(paintcore::SysPalette::kBackground, paintcore::_color(24, 27, 31));
+    paintcore::SetSysPalette(dark);
+    EXPECT_LT(CScrollBar::GetTroughColor().red, 64);
+    paintcore::SetSysPalette(before);
+}
+
 TEST_F(ScrollBox, HidesABarWhenItsRangeFits) {
     surface->horz.to = 186.0;
     surface->OnChange(surface, UpdateType::Content);
