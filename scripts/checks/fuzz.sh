@@ -16,7 +16,7 @@ export UBSAN_OPTIONS="print_stacktrace=1"
 run_reader() {
     local reader=$1 corpus
     corpus=$(mktemp -d)
-    "build/fuzz/bin/fuzz_$reader" "$corpus" "fuzz/seeds/$reader" -max_total_time="$seconds" \
+    "build/asan/bin/fuzz_$reader" "$corpus" "fuzz/seeds/$reader" -max_total_time="$seconds" \
         -max_len=4096 -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
         -dict="fuzz/dictionaries/$reader.dict" -artifact_prefix="$found/$reader-" \
         >"$logs/$reader.log" 2>&1
@@ -26,19 +26,19 @@ run_reader() {
 export -f run_reader
 export seconds found logs
 
-check "fuzz: build" build fuzz "${readers[@]/#/fuzz_}"
+check "fuzz: build" build asan "${readers[@]/#/fuzz_}"
 rm -rf "$found" "$logs"
 mkdir -p "$found" "$logs"
 
 built=()
 for reader in "${readers[@]}"; do
-    if ! is_built fuzz "bin/fuzz_$reader"; then
+    if ! is_built asan "bin/fuzz_$reader"; then
         fail "fuzz: fuzz_$reader was not built"
         continue
     fi
     built+=("$reader")
     for seed in fuzz/seeds/"$reader"/*; do
-        check "fuzz: $seed" "build/fuzz/bin/fuzz_$reader" "$seed" \
+        check "fuzz: $seed" "build/asan/bin/fuzz_$reader" "$seed" \
             -artifact_prefix="$found/$reader-"
     done
 done
