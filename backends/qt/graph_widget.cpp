@@ -341,12 +341,14 @@ void GraphWidget::contextMenuEvent(QContextMenuEvent* event) {
     Q_EMIT menuRequested(listener_->NodeAt(event->pos().x(), event->pos().y()), event->globalPos());
 }
 
+// The second of two fast clicks is a click as well: who clicks a port twice folds and unfolds.
 void GraphWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     const QPointer<GraphWidget> self(this);
     QtWindow::mouseDoubleClickEvent(event);
     if (!self) return;
     const Node clicked = listener_->TakeDoubleClicked();
-    if (clicked) Q_EMIT nodeDoubleClicked(clicked);
+    mousePressEvent(event);
+    if (self && clicked) Q_EMIT nodeDoubleClicked(clicked);
 }
 
 }  // namespace nodeline::qt

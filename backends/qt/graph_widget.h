@@ -95,7 +95,8 @@ Q_SIGNALS:
     // The left button went down and up on a node that is not the root, without a drag between. What
     // the node's handler does to a click has been done, and the layout as well.
     void nodeClicked(const nodeline::Node& node);
-    // The left button went down on such a node for the second time; a `nodeClicked` came before it.
+    // The left button went down on such a node for the second time; a `nodeClicked` came before it,
+    // and when the button comes up, another one follows.
     void nodeDoubleClicked(const nodeline::Node& node);
     // Since the last release of a button, other nodes than before carry `NodeSelected`.
     void selectionChanged();

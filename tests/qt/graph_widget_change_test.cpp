@@ -146,6 +146,18 @@ TEST_F(GraphWidgetChangeTest, AHandThatShakesAPixelStillClicks) {
     EXPECT_EQ(Start(), start);
 }
 
+TEST_F(GraphWidgetChangeTest, TwoFastClicksOnAPortFoldAndUnfold) {
+    int clicks = 0;
+    QObject::connect(widget, &GraphWidget::nodeClicked, [&] { ++clicks; });
+    const QPoint at = RightPortOf(a);
+    Click(widget, at);
+    EXPECT_TRUE(IsFlagSet(b, NodeHidden));
+    Mouse(widget, QEvent::MouseButtonDblClick, at, Qt::LeftButton, Qt::LeftButton);
+    Release(widget, at);
+    EXPECT_FALSE(IsFlagSet(b, NodeHidden));
+    EXPECT_EQ(clicks, 2);
+}
+
 TEST_F(GraphWidgetChangeTest, ADraggedNodeIsToldWithThePlaceItComesFrom) {
     widget->viewer()->SetMoveNodes(true);
     const point<double> before = c.GetPosition();
