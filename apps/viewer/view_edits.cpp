@@ -95,13 +95,6 @@ void ShowOnly(const Node& node) {
     edit.AskForLayout();
 }
 
-bool IsOutOfSight(const Node& node) {
-    for (Node shown = node; shown && !IsRoot(shown); shown = shown.GetOwner()) {
-        if (IsHidden(shown)) return true;
-    }
-    return false;
-}
-
 bool CanFold(const Node& node, FoldDirection side) { return HasNeighbour(node, side, false); }
 
 bool CanUnfold(const Node& node, FoldDirection side) { return HasNeighbour(node, side, true); }

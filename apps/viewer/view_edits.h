@@ -14,8 +14,6 @@ void ShowAll(const graph_ptr2<Graph>& graph);
 // neighbours of its contents count too.
 void ShowOnly(const Node& node);
 
-// Whether the node or one that owns it is hidden.
-[[nodiscard]] bool IsOutOfSight(const Node& node);
 // Whether a fold of one side would hide something, and an unfold would show something.
 [[nodiscard]] bool CanFold(const Node& node, FoldDirection side);
 [[nodiscard]] bool CanUnfold(const Node& node, FoldDirection side);

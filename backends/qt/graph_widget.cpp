@@ -37,26 +37,6 @@ std::vector<int> IdsOf(const std::vector<Node>& nodes) {
     return ids;
 }
 
-bool IsOutOfSight(const Node& node) {
-    for (Node shown = node; shown && !IsRoot(shown); shown = shown.GetOwner()) {
-        if (IsFlagSet(shown, NodeHidden)) return true;
-        if (shown.GetOwner() == shown) break;
-    }
-    return false;
-}
-
-void ShowWithOwners(const Node& node) {
-    for (Node shown = node; shown && !IsRoot(shown);) {
-        Node owner = shown.GetOwner();
-        if (IsFlagSet(shown, NodeHidden)) {
-            Show(shown);
-            owner.UpdateLayout();
-        }
-        if (owner == shown) break;
-        shown = owner;
-    }
-}
-
 int Distance(const QPoint& a, const QPoint& b) { return (a - b).manhattanLength(); }
 
 void SetOptions(CContent& content) {

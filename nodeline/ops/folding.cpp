@@ -28,4 +28,27 @@ void Unfold(Node node, FoldDirection direction) {
     node.GetOwner().UpdateLayout();
 }
 
+bool IsOutOfSight(const Node& node) {
+    for (Node shown = node; shown && !IsRoot(shown);) {
+        if (IsFlagSet(shown, NodeHidden)) return true;
+        const Node owner = shown.GetOwner();
+        if (!owner || owner == shown) break;
+        shown = owner;
+    }
+    return false;
+}
+
+void ShowWithOwners(const Node& node) {
+    if (!node || node.IsDummy()) return;
+    for (Node shown = node; shown && !IsRoot(shown);) {
+        Node owner = shown.GetOwner();
+        if (IsFlagSet(shown, NodeHidden)) {
+            Show(shown);
+            owner.UpdateLayout();
+        }
+        if (owner == shown) break;
+        shown = owner;
+    }
+}
+
 }  // namespace nodeline

@@ -58,6 +58,11 @@ NODELINE_API void Hide(Node node);
 // Clears `NodeHidden`; a node that was hidden becomes `NodeNew`.
 NODELINE_API void Show(Node node);
 
+// Whether the node or one that owns it carries `NodeHidden`, so that it is not in the picture.
+[[nodiscard]] NODELINE_API bool IsOutOfSight(const Node& node);
+// Shows a node and every node that owns it, and asks for an update of each owner that this changes.
+NODELINE_API void ShowWithOwners(const Node& node);
+
 // Which neighbours a fold concerns. Any other value acts as `FoldParents`.
 enum FoldDirection : int { FoldParents = 0, FoldChildren = 1 };
 

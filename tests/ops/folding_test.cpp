@@ -130,5 +130,36 @@ TEST(Unfolding, OfALeafChangesNothingAndAsksForNothing) {
     EXPECT_TRUE(Updates(g.root).empty());
 }
 
+TEST(OutOfSight, AreHiddenNodesAndAllThatTheyOwn) {
+    const graph_ptr2<Graph> graph(new Graph(), true);
+    Node outer = graph->GetRoot().AddNode();
+    Node inner = outer.AddNode();
+    Node leaf = inner.AddNode();
+    EXPECT_FALSE(IsOutOfSight(leaf));
+    Hide(outer);
+    for (const Node& node : {outer, inner, leaf}) EXPECT_TRUE(IsOutOfSight(node));
+    EXPECT_FALSE(IsOutOfSight(graph->GetRoot()));
+    EXPECT_FALSE(IsOutOfSight(Node()));
+    leaf.Remove();
+    EXPECT_FALSE(IsOutOfSight(leaf));
+}
+
+TEST(OutOfSight, ANodeIsShownWithItsOwnersAndNothingElse) {
+    const graph_ptr2<Graph> graph(new Graph(), true);
+    Node outer = graph->GetRoot().AddNode();
+    Node inner = outer.AddNode();
+    Node leaf = inner.AddNode();
+    Node other = inner.AddNode();
+    for (const Node& node : {outer, leaf, other}) Hide(node);
+    ShowWithOwners(leaf);
+    EXPECT_FALSE(IsOutOfSight(leaf));
+    EXPECT_TRUE(IsFlagSet(outer, NodeNew));
+    EXPECT_FALSE(IsFlagSet(inner, NodeNew));
+    EXPECT_TRUE(IsOutOfSight(other));
+    ShowWithOwners(graph->GetRoot());
+    ShowWithOwners(Node());
+    EXPECT_TRUE(IsOutOfSight(other));
+}
+
 }  // namespace
 }  // namespace nodeline::test
