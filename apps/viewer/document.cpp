@@ -21,8 +21,6 @@ Document::Document(qt::GraphWidget* widget, QObject* parent) : QObject(parent), 
     connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, settle);
 }
 
-Document::~Document() = default;
-
 QString Document::loadingPath() const { return job_ != nullptr ? job_->options().path : QString(); }
 
 QString Document::phase() const { return job_ != nullptr ? job_->phase() : QString(); }

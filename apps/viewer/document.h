@@ -19,7 +19,6 @@ class Document : public QObject {
 public:
     // The widget is not owned and lives longer.
     explicit Document(qt::GraphWidget* widget, QObject* parent = nullptr);
-    ~Document() override;
 
     // For the files that are opened from now on.
     void setLayout(LayoutKind layout) { layout_ = layout; }

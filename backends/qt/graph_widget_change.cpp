@@ -17,16 +17,16 @@ constexpr int kFrameTime = 16;  // in milliseconds
 
 }  // namespace
 
-void GraphWidget::change(const std::function<void()>& edit, const Node& at) {
+void GraphWidget::change(const std::function<void()>& edit, const Node& kept) {
     finishGlide();
     if (viewer() == nullptr) return;
     // A handle of its own: the layout may run code that destroys the caller's.
-    const Node kept = at;
+    const Node node(kept.store(), kept.record());
     const QPointer<GraphWidget> self(this);
     std::unique_ptr<Places> before = places_before();
     CGraphViewer* const shown = viewer();
-    if (kept && !kept.IsDummy()) {
-        const CoordsKeeper keeper(shown, kept, shown->GetLife());
+    if (node && !node.IsDummy()) {
+        const CoordsKeeper keeper(shown, node, shown->GetLife());
         edit();
     } else {
         edit();
@@ -34,7 +34,7 @@ void GraphWidget::change(const std::function<void()>& edit, const Node& at) {
     }
     if (!self) return;
     if (viewer() != nullptr) viewer()->RenewView(true);
-    if (self) tell_change(kept, std::move(before));
+    if (self) tell_change(node, std::move(before));
 }
 
 void GraphWidget::tell_change(const Node& at, std::unique_ptr<Places> before) {

@@ -13,11 +13,10 @@ namespace {
 // used them all up.
 int take_ids(int count) {
     int next = DummyNodeImpl::current_id;
-    int first = next;
-    do {
-        first = next < std::numeric_limits<int>::min() + count ? -1 : next;
-    } while (!DummyNodeImpl::current_id.compare_exchange_weak(next, first - count));
-    return first;
+    while (true) {
+        const int first = next < std::numeric_limits<int>::min() + count ? -1 : next;
+        if (DummyNodeImpl::current_id.compare_exchange_weak(next, first - count)) return first;
+    }
 }
 
 }  // namespace

@@ -86,6 +86,10 @@ TEST_F(GraphRevision, RisesWithHandlers) {
 class OwnRoot : public DefaultRootNodeImpl {};
 
 TEST_F(GraphRevision, RisesWithEachCallOverAStorageOfAnApplication) {
+    // A storage that is replaced takes nothing apart.
+    edge.Remove();
+    a.Remove();
+    b.Remove();
     const graph_ptr<INodeImpl> root(new OwnRoot);
     EXPECT_TRUE(
         Rises([&] { graph->SetStorage(graph_ptr<IGraphStorage>(new DefaultStorage(root))); }));
