@@ -80,12 +80,12 @@ public:
     // what a press would do.
     void SetGrabAnywhere(bool on);
     [[nodiscard]] bool GetGrabAnywhere() const { return grab_anywhere_; }
-    // Whether the rectangle is drawn over the picture, so that the nodes are painted again only
-    // when the picture of the graph has changed (`Graph::GetRevision`), another graph or another
-    // size is shown, or the pixels are lost. Then hidden nodes are left out. Of leaves that are
-    // less than two pixels high or wide only the colour is painted, that of their largest area
-    // mixed with the outline's, and where such leaves cover one another, that of the first, or of
-    // those that are selected, marked or new.
+    // Whether the rectangle is drawn over the picture, as far as the graph reaches, so that the
+    // nodes are painted again only when the picture of the graph has changed
+    // (`Graph::GetRevision`), another graph or another size is shown, or the pixels are lost. Then
+    // hidden nodes are left out. Of leaves that are less than two pixels high or wide only the
+    // colour is painted, that of their largest area mixed with the outline's, and where such leaves
+    // cover one another, that of the first, or of those that are selected, marked or new.
     void SetViewOverlay(bool on);
     [[nodiscard]] bool GetViewOverlay() const { return view_overlay_; }
     // With the overlay, and if the last picture has more nodes than this, it stays although the
@@ -126,7 +126,7 @@ private:
     void resize_view(const point<double>& way);
     void show_cursor(std::optional<viewkit::Cursor> cursor);
     void draw_all_nodes(paintcore::IPainter* painter);
-    void draw_view(paintcore::IPainter* painter);
+    void draw_view(paintcore::IPainter* painter, const rectangle<double>& view);
     void draw_picture(paintcore::IPainter* painter);
     [[nodiscard]] bool is_picture_of(Graph& graph) const;
     [[nodiscard]] bool is_held(Graph& graph) const;

@@ -109,7 +109,7 @@ void COverviewContent::draw_all_nodes(paintcore::IPainter* painter) {
         if (watch) draw_node(node);
     };
     ForEachNodeIn(graph->GetRoot(), draw, false, true);
-    if (watch) draw_view(painter);
+    if (watch) draw_view(painter, view_rect_);
 }
 
 void COverviewContent::draw_picture(paintcore::IPainter* painter) {
@@ -136,17 +136,27 @@ void COverviewContent::draw_picture(paintcore::IPainter* painter) {
     painter->ResetClip();
 }
 
-void COverviewContent::draw_view(paintcore::IPainter* painter) {
+void COverviewContent::draw_view(paintcore::IPainter* painter, const rectangle<double>& view) {
     painter->SetPen(kViewPen);
     painter->SetBrush({_color(0, 0, 0), 0});
-    painter->Rectangle(view_rect_);
+    painter->Rectangle(view);
     painter->ResetClip();
 }
 
+// A view that reaches beyond the graph has its edges along those of the overview: single lines
+// would not be taken for a frame.
 void COverviewContent::DrawOverlay(paintcore::IPainter* painter) {
     if (!view_overlay_ || viewer_ == nullptr) return;
+    const size<double> all = graph_extent();
+    const size<double> factor = stretch();
+    const size<double> edge{kViewPen.width / factor.cx, kViewPen.width / factor.cy};
+    const rectangle<double> seen{std::max(view_rect_.left, edge.cx),
+                                 std::max(view_rect_.top, edge.cy),
+                                 std::min(view_rect_.right, all.cx - edge.cx),
+                                 std::min(view_rect_.bottom, all.cy - edge.cy)};
+    if (!(seen.left < seen.right && seen.top < seen.bottom)) return;
     SetCoordSystem(painter);
-    draw_view(painter);
+    draw_view(painter, seen);
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -259,6 +260,27 @@ TEST_F(ViewOverlay, AChangeOfTheViewPaintsNoNode) {
     const Log overlay = TakeOverlay();
     ASSERT_EQ(overlay.size(), 1u);
     EXPECT_EQ(overlay.front().rfind("Rectangle 3 5 ", 0), 0u) << overlay.front();
+}
+
+TEST_F(ViewOverlay, AViewBeyondTheGraphHasAFrameAlongTheEdges) {
+    stage.viewer->SetStartX(-1000.0);
+    stage.viewer->SetStartY(-1000.0);
+    stage.viewer->SetViewWidth(5000.0);
+    const Log overlay = TakeOverlay();
+    ASSERT_EQ(overlay.size(), 1u);
+    std::istringstream numbers(overlay.front().substr(std::string("Rectangle").size()));
+    rectangle<double> r;
+    numbers >> r.left >> r.top >> r.right >> r.bottom;
+    const size<double> all = stage.viewer->GetGraph()->GetRoot().GetSize();
+    EXPECT_NEAR(r.left * unit.cx, 2.0, 0.01);
+    EXPECT_NEAR(r.top * unit.cy, 2.0, 0.01);
+    EXPECT_NEAR((all.cx - r.right) * unit.cx, 2.0, 0.01);
+    EXPECT_NEAR((all.cy - r.bottom) * unit.cy, 2.0, 0.01);
+}
+
+TEST_F(ViewOverlay, AViewBesideTheGraphHasNoFrame) {
+    stage.viewer->SetStartX(100000.0);
+    EXPECT_EQ(TakeOverlay(), Log());
 }
 
 TEST_F(ViewOverlay, AChangeOfTheGraphPaintsTheNodes) {
