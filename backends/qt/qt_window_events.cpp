@@ -2,6 +2,9 @@
 #include <backends/qt/qt_window.h>
 
 #include <QContextMenuEvent>
+#include <QDragEnterEvent>
+#include <QDragMoveEvent>
+#include <QDropEvent>
 #include <QFocusEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -138,6 +141,18 @@ void QtWindow::contextMenuEvent(QContextMenuEvent* event) {
     }
     if (!self) return;
     hand_on(event, [at](CControl& control) { return control.ContextMenu(at.x(), at.y()); });
+}
+
+void QtWindow::dragEnterEvent(QDragEnterEvent* event) { dragMoveEvent(event); }
+
+void QtWindow::dragMoveEvent(QDragMoveEvent* event) {
+    const QPoint at = ToPixel(event->position());
+    hand_on(event, [at](CControl& control) { return control.DragOver(at.x(), at.y()); });
+}
+
+void QtWindow::dropEvent(QDropEvent* event) {
+    const QPoint at = ToPixel(event->position());
+    hand_on(event, [at](CControl& control) { return control.DragDrop(at.x(), at.y()); });
 }
 
 // Keys go on where they went before the widget lost the focus.

@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 #include <qt/events.h>
 
+#include <QDragEnterEvent>
 #include <QImage>
+#include <QMimeData>
 #include <QToolTip>
 #include <functional>
 #include <string>
@@ -67,6 +69,12 @@ public:
         return Note("key up " + std::to_string(keys) + " " + std::to_string(code));
     }
     bool HandleChar(char c) override { return Note(std::string("char ") + c); }
+    bool HandleDragOver(int x, int y) override {
+        return Note("over " + std::to_string(x) + " " + std::to_string(y));
+    }
+    bool HandleDragDrop(int x, int y) override {
+        return Note("drop " + std::to_string(x) + " " + std::to_string(y));
+    }
     bool HandleContextMenu(int x, int y) override {
         return Note("menu " + std::to_string(x) + " " + std::to_string(y));
     }
@@ -202,6 +210,25 @@ TEST_F(QtWindowTest, TheFocusComesBackToTheElementThatHadIt) {
     ASSERT_GE(log.size(), 2U);
     EXPECT_EQ(Log(log.end() - 2, log.end()), Log({"no focus", "focus"}));
     EXPECT_TRUE(probe->HasFocus());
+}
+
+TEST_F(QtWindowTest, DropsAreOfferedWhereTheWidgetAcceptsThem) {
+    QMimeData data;
+    data.setText("what is dropped");
+    window->setAcceptDrops(true);
+    const QPoint at(40, 30);
+    QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window, &enter);
+    QDragMoveEvent move(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window, &move);
+    QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window, &drop);
+    EXPECT_TRUE(enter.isAccepted() && drop.isAccepted());
+    EXPECT_EQ(probe->Take(), Log({"over 10 10", "over 10 10", "drop 10 10"}));
+    probe->answer = false;
+    QDropEvent refused(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window, &refused);
+    EXPECT_FALSE(refused.isAccepted());
 }
 
 TEST_F(QtWindowTest, AContextMenuThatNobodyShowsIsLeftToTheParent) {
