@@ -184,6 +184,9 @@ void MainWindow::show_graph_page() {
                 {kOverviewSize.height(), kFirstSize.height() - kOverviewSize.height()},
                 Qt::Vertical);
     restoreState(QSettings().value("window/docks").toByteArray());
+    // Now, not when the event loop comes to it: the graph is to be fitted into what is left.
+    layout()->activate();
+    centralWidget()->layout()->activate();
 }
 
 void MainWindow::note_recent(const QString& path) {
