@@ -112,6 +112,10 @@ failed_cases() {
     ' "$1"
 }
 
+if [[ "$preset" == m32 ]] && (($# == 0)); then
+    mapfile -t all < <(areas)
+    set -- "${all[@]}"
+fi
 # With areas named, what they need is enough.
 check "$preset: build" build "$preset" "${@/%/_tests}"
 
