@@ -1,7 +1,7 @@
 #include <backends/cairo/cairo_painter.h>
-#include <backends/cairo/file_writer.h>
 #include <backends/cairo/image_window.h>
 #include <backends/cairo/internal/handles.h>
+#include <corvex/file_writer.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -97,7 +97,7 @@ bool ImageWindow::SavePng(const std::string& path, std::string* error) {
         if (error != nullptr) *error = cairo_status_to_string(status);
         return false;
     }
-    return WriteFile(path, bytes, error);
+    return corvex::WriteFile(path, bytes, error);
 }
 
 void ImageWindow::Resize(const size<int>& extent) {

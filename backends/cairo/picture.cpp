@@ -1,8 +1,8 @@
 #include <backends/cairo/cairo_painter.h>
-#include <backends/cairo/file_writer.h>
 #include <backends/cairo/internal/handles.h>
 #include <backends/cairo/picture.h>
 #include <backends/cairo/svg_painter.h>
+#include <corvex/file_writer.h>
 
 #include <paintcore/number_text.h>
 
@@ -214,7 +214,7 @@ bool Picture::Save(const std::string& path, std::string* error) {
         SetError(error, "cannot write " + path + ": " + reason);
         return false;
     }
-    return WriteFile(path, *bytes, error);
+    return corvex::WriteFile(path, *bytes, error);
 }
 
 bool Picture::WriteTo(std::ostream& out, std::string* error) {

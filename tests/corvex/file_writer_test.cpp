@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <backends/cairo/file_writer.h>
+#include <corvex/file_writer.h>
 
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -12,7 +12,7 @@
 #include <string>
 #include <thread>
 
-using nodeline::cairo::WriteFile;
+using corvex::WriteFile;
 
 namespace fs = std::filesystem;
 

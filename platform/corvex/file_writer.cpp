@@ -1,4 +1,4 @@
-#include <backends/cairo/file_writer.h>
+#include <corvex/file_writer.h>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,7 +11,7 @@
 #include <optional>
 #include <system_error>
 
-namespace nodeline::cairo {
+namespace corvex {
 namespace {
 
 constexpr mode_t kUsualMode = 0666;
@@ -110,4 +110,4 @@ bool WriteFile(const std::string& path, std::string_view bytes, std::string* err
     return done;
 }
 
-}  // namespace nodeline::cairo
+}  // namespace corvex

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace nodeline::cairo {
+namespace corvex {
 
 // Makes `bytes` the content of the file `path`, in one step: they go to a temporary file in the
 // same folder, which then takes the place of the former file and keeps its permissions. A symbolic
@@ -17,4 +17,4 @@ namespace nodeline::cairo {
 // `error`, which may be null: "cannot write PATH: reason".
 NODELINE_API bool WriteFile(const std::string& path, std::string_view bytes, std::string* error);
 
-}  // namespace nodeline::cairo
+}  // namespace corvex
