@@ -1,9 +1,9 @@
 #include <formats/file_graph.h>
+#include <formats/file_ids.h>
 #include <nodeline/ops/graph_ops.h>
 
 #include <charconv>
 #include <cstddef>
-#include <unordered_set>
 #include <utility>
 
 namespace nodeline::formats {
@@ -18,20 +18,6 @@ std::optional<int> integer_of(const std::string& name) {
     return value;
 }
 
-std::vector<int> tags_of(const std::vector<FileNode>& nodes) {
-    std::vector<int> tags;
-    std::unordered_set<int> taken;
-    for (const FileNode& node : nodes) {
-        const std::optional<int> id = integer_of(node.name);
-        if (!id || *id == 0 || *id == -1 || !taken.insert(*id).second) break;
-        tags.push_back(*id);
-    }
-    if (tags.size() == nodes.size()) return tags;
-    tags.clear();
-    for (std::size_t i = 0; i < nodes.size(); ++i) tags.push_back(static_cast<int>(i) + 1);
-    return tags;
-}
-
 class Filler {
 public:
     Filler(const graph_ptr2<Graph>& graph, const FileGraph& file, const ReadOptions& options,
@@ -41,7 +27,9 @@ public:
     void Run() {
         root_.Remove();
         nodes_.resize(file_.nodes.size());
-        const std::vector<int> tags = tags_of(file_.nodes);
+        std::vector<std::optional<int>> names;
+        for (const FileNode& node : file_.nodes) names.push_back(integer_of(node.name));
+        const std::vector<int> tags = ChooseIds(names);
         for (int place = 0; place < file_.CountNodes(); ++place) make_node(place);
         for (std::size_t i = 0; i < nodes_.size(); ++i) nodes_[i].SetTag(tags[i]);
         for (const FileEdge& edge : file_.edges) make_edge(edge);

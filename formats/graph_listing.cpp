@@ -1,10 +1,11 @@
+#include <formats/file_ids.h>
 #include <formats/graph_listing.h>
 #include <nodeline/ops/graph_ops.h>
 #include <paintcore/utf8.h>
 
 #include <algorithm>
 #include <cstddef>
-#include <unordered_set>
+#include <optional>
 
 namespace nodeline::formats {
 
@@ -34,12 +35,10 @@ GraphListing::GraphListing(const graph_ptr2<Graph>& graph, const GraphLooks& loo
 }
 
 void GraphListing::number_nodes() {
-    std::unordered_set<int> tags = {0, -1};
-    const bool are_ids = std::all_of(nodes_.begin(), nodes_.end(), [&](const Node& node) {
-        return tags.insert(node.GetTag()).second;
-    });
-    int next = 1;
-    for (const Node& node : nodes_) ids_[node.GetID()] = are_ids ? node.GetTag() : next++;
+    std::vector<std::optional<int>> tags;
+    for (const Node& node : nodes_) tags.push_back(node.GetTag());
+    const std::vector<int> ids = ChooseIds(tags);
+    for (std::size_t i = 0; i < nodes_.size(); ++i) ids_[nodes_[i].GetID()] = ids[i];
     ids_[root_.GetID()] = 0;
 }
 

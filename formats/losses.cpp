@@ -1,5 +1,6 @@
 #include <formats/losses.h>
 #include <formats/read_error.h>
+#include <formats/wording.h>
 
 #include <algorithm>
 
@@ -17,10 +18,6 @@ void add_once(std::vector<std::string>& names, const std::string& name) {
     names.push_back(name);
 }
 
-std::string plural(std::size_t count, const std::string& thing) {
-    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
-}
-
 void append(std::string& text, const std::string& remark) {
     if (!text.empty()) text += "; ";
     text += remark;
@@ -29,7 +26,7 @@ void append(std::string& text, const std::string& remark) {
 void append_names(std::string& text, const std::vector<std::string>& names,
                   const std::string& thing, const std::string& fate) {
     if (names.empty()) return;
-    std::string remark = plural(names.size(), thing) + " " + fate + ": ";
+    std::string remark = Counted(names.size(), thing) + " " + fate + ": ";
     for (std::size_t i = 0; i < std::min(names.size(), kTold); ++i) {
         remark += (i == 0 ? "" : ", ") + names[i];
     }
@@ -46,7 +43,7 @@ void Losses::AddColor(std::string_view value) { add_once(colors_, Quote(value));
 void Losses::AddRemark(const std::string& remark) { add_once(remarks_, remark); }
 
 void Losses::AddCount(int count, const std::string& thing, const std::string& what) {
-    if (count > 0) AddRemark(plural(static_cast<std::size_t>(count), thing) + " " + what);
+    if (count > 0) AddRemark(Counted(static_cast<std::size_t>(count), thing) + " " + what);
 }
 
 std::string Losses::Describe() const {

@@ -1,3 +1,4 @@
+#include <formats/wording.h>
 #include <formats/writers.h>
 
 #include <algorithm>
@@ -5,10 +6,6 @@
 namespace nodeline::formats {
 
 namespace {
-
-std::string count_of(std::size_t count, const std::string& thing) {
-    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
-}
 
 // A caption ends at the last quotation mark of its line, so marks may stand in it, but no line
 // feed.
@@ -24,8 +21,8 @@ std::string quoted(std::string caption, int& broken) {
 
 std::string WriteText(const GraphListing& listing, Losses& losses) {
     int broken = 0;
-    std::string text = count_of(listing.nodes().size(), "node") + ", " +
-                       count_of(listing.edges().size(), "edge") + "\n[nodes]\n";
+    std::string text = Counted(listing.nodes().size(), "node") + ", " +
+                       Counted(listing.edges().size(), "edge") + "\n[nodes]\n";
     for (const Node& node : listing.nodes()) {
         text += listing.IdOf(node) + " " + quoted(node.GetCaption(), broken) + " 0 " +
                 listing.IdOf(node.GetOwner()) + "\n";

@@ -1,5 +1,6 @@
 #include <apps/cli/commands.h>
 #include <apps/cli/input.h>
+#include <formats/wording.h>
 #include <formats/writer.h>
 #include <nodeline/ops/graph_ops.h>
 
@@ -31,19 +32,15 @@ void check_output(const ConvertOptions& options) {
     }
 }
 
-std::string count_of(int count, const std::string& thing) {
-    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
-}
-
 std::string summary_of(const graph_ptr2<Graph>& graph) {
-    int nodes = 0;
-    int edges = 0;
+    std::size_t nodes = 0;
+    std::size_t edges = 0;
     const auto count = [&](const Node& node) {
         ++nodes;
-        edges += node.GetEdgesOut().GetCount();
+        edges += static_cast<std::size_t>(node.GetEdgesOut().GetCount());
     };
     ForEachNodeIn(graph->GetRoot(), count, false, false);
-    return count_of(nodes, "node") + ", " + count_of(edges, "edge");
+    return formats::Counted(nodes, "node") + ", " + formats::Counted(edges, "edge");
 }
 
 }  // namespace
