@@ -176,13 +176,21 @@ void GraphWidget::take_graph(graph_ptr2<Graph> graph, bool is_laid_out) {
 }
 
 std::vector<Node> GraphWidget::selectedNodes() const {
-    std::vector<Node> nodes;
-    if (viewer() == nullptr) return nodes;
-    const auto collect = [&nodes](const Node& node) {
-        if (IsFlagSet(node, NodeSelected)) nodes.push_back(node);
+    if (viewer() == nullptr) return {};
+    const graph_ptr2<Graph> graph = viewer()->GetGraph();
+    const Node root = graph->GetRoot();
+    const std::uint64_t revision = graph->GetRevision();
+    if (selected_store_.get() == root.store().get() && selected_revision_ == revision) {
+        return selected_;
+    }
+    selected_.clear();
+    selected_store_ = root.store();
+    selected_revision_ = revision;
+    const auto collect = [this](const Node& node) {
+        if (IsFlagSet(node, NodeSelected)) selected_.push_back(node);
     };
-    ForEachNodeIn(viewer()->GetGraph()->GetRoot(), collect, false, false);
-    return nodes;
+    ForEachNodeIn(root, collect, false, false);
+    return selected_;
 }
 
 bool GraphWidget::renew_selection() {

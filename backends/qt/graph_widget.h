@@ -14,6 +14,7 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QString>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -53,7 +54,8 @@ public:
     void showGraph(graph_ptr2<Graph> graph);
     // Null once the application has destroyed it.
     [[nodiscard]] CGraphViewer* viewer() const { return viewer_.get(); }
-    // Those that carry `NodeSelected`, owners first; linear in the graph.
+    // Those that carry `NodeSelected`, owners first; linear in the graph where that has changed
+    // since the last call.
     [[nodiscard]] std::vector<Node> selectedNodes() const;
 
     // For whoever has set or cleared `NodeSelected`: paints it, and tells by `selectionChanged`.
@@ -140,6 +142,10 @@ private:
     viewkit::Watch<CGraphViewer> viewer_;
     std::unique_ptr<Listener> listener_;
     std::vector<int> selected_ids_;
+    // What `selectedNodes` has found, and in what.
+    mutable std::vector<Node> selected_;
+    mutable graph_ptr<IGraphVis> selected_store_;
+    mutable std::uint64_t selected_revision_ = 0;
     std::unique_ptr<Glide> glide_;
     QBasicTimer glide_timer_;
     QElapsedTimer glide_clock_;
