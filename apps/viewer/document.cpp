@@ -76,7 +76,7 @@ void Document::take(LoadJob* job) {
         return;
     }
     is_reload ? merge(job) : show(job);
-    for (const QString& warning : job->warnings()) Q_EMIT warned(warning);
+    if (!job->warnings().isEmpty()) Q_EMIT warned(job->warnings().join(u'\n'));
 }
 
 void Document::show(LoadJob* job) {

@@ -1,4 +1,5 @@
 #include <apps/viewer/history.h>
+#include <apps/viewer/wording.h>
 #include <nodeline/ops/graph_ops.h>
 
 #include <QUndoCommand>
@@ -16,8 +17,7 @@ constexpr int kMostCharacters = 24;
 constexpr double kNear = 1e-4;
 
 QString Quoted(const Node& node) {
-    QString caption = QString::fromStdString(node.GetCaption()).simplified();
-    if (caption.size() > kMostCharacters) caption = caption.left(kMostCharacters - 1) + u'…';
+    const QString caption = ShortCaption(node, kMostCharacters);
     return caption.isEmpty() ? QObject::tr("a node") : u'“' + caption + u'”';
 }
 

@@ -139,10 +139,8 @@ void MainWindow::connect_document() {
                                        .arg(result.added)
                                        .arg(result.added == 1 ? tr("node") : tr("nodes"))
                                        .arg(result.removed);
-        const QString message = tr("Read again: %1").arg(what);
         messages_->hide();
-        statusBar()->showMessage(message, kMessageTime);
-        Q_EMIT told(message);
+        mention(tr("Read again: %1").arg(what));
     });
 }
 
@@ -207,6 +205,11 @@ void MainWindow::show_title() {
 
 void MainWindow::tell(const QString& message) {
     messages_->tell(message);
+    Q_EMIT told(message);
+}
+
+void MainWindow::mention(const QString& message) {
+    statusBar()->showMessage(message, kMessageTime);
     Q_EMIT told(message);
 }
 

@@ -72,7 +72,9 @@ private:
     void show_graph_page();
     void note_recent(const QString& path);
     void show_title();
+    // A message that stays until it is closed, and one that goes by itself.
     void tell(const QString& message);
+    void mention(const QString& message);
     void tell_status();
     // The overview has the proportions of the graph.
     void follow_extent();

@@ -2,6 +2,7 @@
 #include <apps/viewer/main_window.h>
 #include <apps/viewer/status_line.h>
 #include <apps/viewer/view_edits.h>
+#include <apps/viewer/wording.h>
 
 #include <QApplication>
 #include <QClipboard>
@@ -9,7 +10,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
-#include <QStatusBar>
 
 // What the actions do.
 
@@ -18,7 +18,6 @@ namespace nodeline::app {
 namespace {
 
 constexpr double kZoomStep = 1.25;
-constexpr int kMessageTime = 5000;  // in milliseconds
 
 }  // namespace
 
@@ -69,9 +68,8 @@ void MainWindow::connect_actions() {
         QUndoStack* const stack = history_->stack();
         connect(stack, can, actions_[command], &QAction::setEnabled);
         connect(stack, changed, this, [this, command, text](const QString& what) {
-            actions_[command]->setText(
-                what.isEmpty() ? text
-                               : text + u' ' + QString(what).replace(u'&', QStringLiteral("&&")));
+            actions_[command]->setText(what.isEmpty() ? text
+                                                      : text + u' ' + WithoutMnemonics(what));
         });
         actions_[command]->setEnabled(false);
     };
@@ -108,16 +106,14 @@ void MainWindow::export_picture(bool is_visible_part_only) {
     const bool is_written = graph_->exportPicture(path, is_visible_part_only, &error);
     QApplication::restoreOverrideCursor();
     if (!is_written) return tell(error);
-    const QString message = tr("Exported %1").arg(path);
-    statusBar()->showMessage(message, kMessageTime);
-    Q_EMIT told(message);
+    mention(tr("Exported %1").arg(path));
 }
 
 void MainWindow::copy_picture() {
     const QImage picture = graph_->picture(true);
     if (picture.isNull()) return tell(tr("the picture is too large to be copied"));
     QApplication::clipboard()->setImage(picture);
-    statusBar()->showMessage(tr("Copied what is in view"), kMessageTime);
+    mention(tr("Copied what is in view"));
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -1,5 +1,6 @@
 #include <apps/viewer/main_window.h>
 #include <apps/viewer/view_edits.h>
+#include <apps/viewer/wording.h>
 
 #include <QFileInfo>
 #include <QMenu>
@@ -98,8 +99,7 @@ void MainWindow::fill_recent_menu() {
     recent_menu_->setEnabled(!recent_.isEmpty());
     recent_menu_->setToolTipsVisible(true);
     for (const QString& path : recent_) {
-        // An ampersand in a name would underline what follows it.
-        const QString name = QFileInfo(path).fileName().replace(u'&', QStringLiteral("&&"));
+        const QString name = WithoutMnemonics(QFileInfo(path).fileName());
         QAction* const action = recent_menu_->addAction(name);
         action->setToolTip(path);
         action->setStatusTip(path);

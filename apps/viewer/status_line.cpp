@@ -1,5 +1,6 @@
 #include <apps/viewer/status_line.h>
 #include <apps/viewer/view_edits.h>
+#include <apps/viewer/wording.h>
 #include <nodeline/ops/graph_ops.h>
 
 #include <algorithm>
@@ -22,9 +23,7 @@ QString Selection(const std::vector<Node>& nodes) {
     QStringList captions;
     for (const Node& node : nodes) {
         if (captions.size() == static_cast<qsizetype>(kMostCaptions)) break;
-        QString caption = QString::fromStdString(node.GetCaption()).simplified();
-        if (caption.size() > kMostCharacters) caption = caption.left(kMostCharacters - 1) + u'…';
-        captions.append(caption);
+        captions.append(ShortCaption(node, kMostCharacters));
     }
     if (nodes.size() > kMostCaptions) captions.append(QStringLiteral("…"));
     return QObject::tr("%L1 selected: %2")
