@@ -75,8 +75,12 @@ void COverviewContent::SetViewHeight(double height) {
 // ---------------------------------------------------------------------------------------------
 // The picture
 
+graph_ptr2<Graph> COverviewContent::shown_graph() const {
+    return viewer_ != nullptr ? viewer_->GetGraph() : graph_ptr2<Graph>();
+}
+
 size<double> COverviewContent::graph_extent() const {
-    const graph_ptr2<Graph> graph = viewer_ != nullptr ? viewer_->GetGraph() : graph_ptr2<Graph>();
+    const graph_ptr2<Graph> graph = shown_graph();
     return graph ? graph->GetRoot().GetSize() : size<double>{};
 }
 

@@ -115,6 +115,8 @@ private:
     void ShiftProcessing(Tracker* rubber, point<double> start, point<double> cur,
                          point<double> prev);
 
+    // Null where there is no viewer.
+    [[nodiscard]] graph_ptr2<Graph> shown_graph() const;
     [[nodiscard]] size<double> graph_extent() const;
     // Pixels to the unit on each axis, as the overview is drawn.
     [[nodiscard]] size<double> stretch() const;

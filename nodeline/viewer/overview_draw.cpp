@@ -74,7 +74,7 @@ void COverviewContent::DrawContent(paintcore::IPainter* painter) {
         return;
     }
     const bool has_pixels = GetDrawValidRect(nullptr) == GetDrawRect(nullptr);
-    const graph_ptr2<Graph> graph = viewer_ != nullptr ? viewer_->GetGraph() : graph_ptr2<Graph>();
+    const graph_ptr2<Graph> graph = shown_graph();
     if (!graph) {
         FillBackground(painter);
         return;
@@ -101,7 +101,7 @@ void COverviewContent::DrawPicture(paintcore::IPainter* painter) {
 void COverviewContent::draw_all_nodes(paintcore::IPainter* painter) {
     const Watch watch(this);
     FillBackground(painter);
-    const graph_ptr2<Graph> graph = viewer_ != nullptr ? viewer_->GetGraph() : graph_ptr2<Graph>();
+    const graph_ptr2<Graph> graph = shown_graph();
     if (!graph) return;
     SetCoordSystem(painter);
     const DrawNode draw_node{painter, overview_scale_};
@@ -115,7 +115,7 @@ void COverviewContent::draw_all_nodes(paintcore::IPainter* painter) {
 void COverviewContent::draw_picture(paintcore::IPainter* painter) {
     const Watch watch(this);
     FillBackground(painter);
-    const graph_ptr2<Graph> graph = viewer_ != nullptr ? viewer_->GetGraph() : graph_ptr2<Graph>();
+    const graph_ptr2<Graph> graph = shown_graph();
     if (!graph) return;
     // The viewer may not have painted since the last change.
     MarkDrawnIn(graph);
