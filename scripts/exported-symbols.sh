@@ -2,7 +2,7 @@
 # Prints what the shared libraries export, or accepts it.
 #
 #   scripts/exported-symbols.sh LIBRARY     the functions and objects that LIBRARY exports, sorted
-#   scripts/exported-symbols.sh --accept    takes those of the release build as the ones to be
+#   scripts/exported-symbols.sh --accept    takes those of build/install as the ones to be
 #
 # Weak symbols are left out: which inline functions and templates a library holds is the compiler's
 # choice.
@@ -17,7 +17,7 @@ exported_by() {
 case "${1:-}" in
     --accept)
         for list in tests/install/symbols/*.txt; do
-            exported_by "$(find build/release -name "lib$(basename "$list" .txt).so")" >"$list"
+            exported_by "$(find build/install -name "lib$(basename "$list" .txt).so")" >"$list"
         done
         ;;
     -* | "")

@@ -53,6 +53,13 @@ if ((EUID != 0)); then
 fi
 
 echo "Installing ${missing[*]}" >&2
-"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq >&2
-"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-    apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+if ! {
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq &&
+        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+            apt-get install -y -qq --no-install-recommends "${missing[@]}"
+} >"$log" 2>&1; then
+    cat "$log" >&2
+    exit 1
+fi

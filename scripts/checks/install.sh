@@ -9,8 +9,8 @@ prefix="$work/prefix"
 
 # Installs to one place and moves the result to another: nothing in it may know where it was.
 install_and_move() {
-    build release &&
-        cmake --install build/release --prefix "$work/first" &&
+    build install &&
+        cmake --install build/install --prefix "$work/first" &&
         mv "$work/first" "$prefix" &&
         ! grep -rlF -e "$work/first" -e "$PWD" "$prefix/include" "$prefix/lib" --include='*.h' \
             --include='*.cmake' --include='*.pc'
@@ -56,6 +56,15 @@ compile_with_pkgconfig() {
     g++ -std=c++20 "$source" -o "$program" $flags
 }
 
+# Nothing in sight but pictures, whose paths it has to say.
+runs_without_display() {
+    local graph="$work/shown.txt"
+    cp examples/graphs/http-parser.txt "$graph" &&
+        env -u DISPLAY -u WAYLAND_DISPLAY ./run "$graph" >"$work/shown.log" &&
+        cat "$work/shown.log" && grep -qF "wrote $work/shown.png: 48 nodes" "$work/shown.log" &&
+        xmllint --noout --nonet "$work/shown.svg" && [[ -s "$work/shown.png" ]]
+}
+
 without_screen() {
     QT_QPA_PLATFORM=offscreen "$@"
 }
@@ -95,7 +104,7 @@ has_soname() {
 # Unpacks the packages, which need root to be installed, into one folder.
 make_packages() {
     local package
-    cpack --config build/release/CPackConfig.cmake -B "$work/packages" &&
+    cpack --config build/install/CPackConfig.cmake -B "$work/packages" &&
         for package in "$work"/packages/*.deb; do
             dpkg-deb -x "$package" "$work/root" || return 1
         done
@@ -148,6 +157,8 @@ if check "install: into a prefix that is moved" install_and_move; then
         prints_position run_with_libraries "$work/readme"
     check "install: pkg-config, Cairo" writes_picture run_with_libraries "$work/picture"
 fi
+
+check "install: ./run without a display" runs_without_display
 
 for list in tests/install/symbols/*.txt; do
     name=$(basename "$list" .txt)
