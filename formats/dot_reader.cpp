@@ -86,8 +86,9 @@ public:
     void Read(bool stands_alone) {
         int owner = FileGraph::kRoot;
         if (!stands_alone) {
-            const bool has_label = of_graphs_.label != nullptr && has_own(root_, "label");
-            owner = file_.AddNode({names_.graph, has_label ? label_of_graph(root_) : names_.graph});
+            // A label within the graph gives an empty one to the graph itself.
+            const std::string label = label_of_graph(root_);
+            owner = file_.AddNode({names_.graph, label.empty() ? names_.graph : label});
         }
         read_nodes(owner);
         read_clusters(owner);

@@ -90,6 +90,13 @@ TEST(DotReader, SeveralGraphsAreAnOwnerEach) {
     EXPECT_EQ(Edges(file), "a>b a>c");
 }
 
+TEST(DotReader, SeveralGraphsKeepTheirNamesBesideTheLabelsOfClusters) {
+    const ReadFile file(
+        "digraph one { subgraph cluster_x { label=X; a } } digraph two { b }"
+        "digraph three { label=third; subgraph cluster_y { c } }");
+    EXPECT_EQ(Tree(file), "one{X{a}} two{b} third{cluster_y{c}}");
+}
+
 TEST(DotReader, NamesThatAreIntegersBecomeTags) {
     const ReadFile file("digraph { 30; subgraph cluster_7 { label=A; -5 } }");
     EXPECT_EQ(file.Find("30").GetTag(), 30);
