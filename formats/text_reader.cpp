@@ -1,12 +1,15 @@
+#include <formats/file_ids.h>
 #include <formats/text_reader.h>
 #include <nodeline/ops/graph_ops.h>
 #include <nodeline/ops/load.h>
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <sstream>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace nodeline::formats {
 
@@ -88,9 +91,12 @@ void ReadText(const graph_ptr2<Graph>& graph, const std::string& name, std::stri
     const bool has_keyword_as_title = begins_with_keyword(text);
     std::istringstream in(std::move(text));
     LoadError error;
-    const auto visit = [&options](const Node& node, int id) {
+    std::vector<Node> nodes;
+    std::vector<std::optional<int>> ids;
+    const auto visit = [&](const Node& node, int id) {
         if (options.check) options.check();
-        Node(node).SetTag(id);
+        nodes.push_back(node);
+        ids.push_back(id);
     };
     if (!Load(graph, in, &error, visit)) {
         const std::string hint = has_keyword_as_title ? std::string("; ") + kTitleHint : "";
@@ -101,6 +107,12 @@ void ReadText(const graph_ptr2<Graph>& graph, const std::string& name, std::stri
     }
     if (!error.reason.empty()) {
         report.warnings.push_back(Message(name, error.line, "warning: " + error.reason));
+    }
+    const std::vector<int> chosen = ChooseIds(ids);
+    for (std::size_t i = 0; i < nodes.size(); ++i) nodes[i].SetTag(chosen[i]);
+    if (!std::equal(chosen.begin(), chosen.end(), ids.begin())) {
+        report.warnings.push_back(
+            name + ": warning: nodes count from 1: their ids are not all different, or one is 0");
     }
     if (options.show_all) show_everything(*graph);
 }
