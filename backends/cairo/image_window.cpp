@@ -112,10 +112,11 @@ void ImageWindow::Painted() { retired_.clear(); }
 paintcore::IPainter* ImageWindow::GetPainter() { return &image_->painter; }
 
 bool ImageWindow::MovePixels(const rectangle<int>& area, int dx, int dy) {
-    const int left = std::max({0, area.left, area.left + dx});
-    const int right = std::min({image_->width, area.right, area.right + dx});
-    const int top = std::max({0, area.top, area.top + dy});
-    const int bottom = std::min({image_->height, area.bottom, area.bottom + dy});
+    // What comes from outside of the image is as undefined as what is uncovered.
+    const int left = std::max(0, area.left) + std::max(0, dx);
+    const int right = std::min(image_->width, area.right) + std::min(0, dx);
+    const int top = std::max(0, area.top) + std::max(0, dy);
+    const int bottom = std::min(image_->height, area.bottom) + std::min(0, dy);
     if (left >= right || top >= bottom) return true;
     const std::size_t bytes = static_cast<std::size_t>(right - left) * kPixelBytes;
     unsigned char* const data = image_->GetData();

@@ -100,8 +100,8 @@ void CCentralPart::BeginDraw() {
         painted_.reset();
     } else if (painted_->start == begun_.start) {
         valid_pixels_ = GetContentRect();
-    } else if (IsCovered()) {
-        // What lies on top would be moved along.
+    } else if (IsCovered() || IsCutOff()) {
+        // What lies on top would be moved along, and there are no pixels of what was cut off.
         painted_.reset();
     } else {
         move_pixels(begun_);

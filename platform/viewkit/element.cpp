@@ -121,15 +121,10 @@ point<int> CVisualElement::GetWindowOrigin() const {
 }
 
 bool CVisualElement::IsCovered() const {
-    const auto in_window = [](const CVisualElement* e) {
-        const point<int> origin = e->GetWindowOrigin();
-        const rectangle<int> own = e->GetContentRect();
-        return rectangle<int>{origin.x, origin.y, origin.x + own.right, origin.y + own.bottom};
-    };
-    const rectangle<int> area = in_window(this);
+    const rectangle<int> area = window_area();
     const auto covers = [&](const CVisualElement* e) {
         if (!e->visible_ || e->capture_only_) return false;
-        const rectangle<int> r = in_window(e);
+        const rectangle<int> r = e->window_area();
         return std::max(r.left, area.left) < std::min(r.right, area.right) &&
                std::max(r.top, area.top) < std::min(r.bottom, area.bottom);
     };
@@ -140,6 +135,24 @@ bool CVisualElement::IsCovered() const {
         if (std::any_of(self + 1, siblings.end(), covers)) return true;
     }
     return false;
+}
+
+bool CVisualElement::IsCutOff() const {
+    const rectangle<int> area = window_area();
+    for (const CVisualElement* e = parent_; e != nullptr; e = e->parent_) {
+        const rectangle<int> around = e->window_area();
+        if (area.left < around.left || area.top < around.top || area.right > around.right ||
+            area.bottom > around.bottom) {
+            return true;
+        }
+    }
+    return false;
+}
+
+rectangle<int> CVisualElement::window_area() const {
+    const point<int> origin = GetWindowOrigin();
+    const rectangle<int> own = GetContentRect();
+    return {origin.x, origin.y, origin.x + own.right, origin.y + own.bottom};
 }
 
 bool CVisualElement::IsIn(const CVisualElement* other) const {

@@ -98,6 +98,8 @@ public:
     [[nodiscard]] bool IsCaptureOnly() const { return capture_only_; }
     // Whether an element that is drawn later, one of its own or another, shares pixels with it.
     [[nodiscard]] bool IsCovered() const;
+    // Whether a part of it lies outside of an element that owns it, and so has no pixels.
+    [[nodiscard]] bool IsCutOff() const;
     // Whether the element or one that owns it is `other`.
     [[nodiscard]] bool IsIn(const CVisualElement* other) const;
 
@@ -198,6 +200,8 @@ private:
     friend class CControl;
 
     void detach();
+    // In pixels of the window.
+    [[nodiscard]] rectangle<int> window_area() const;
 
     CVisualElement* parent_ = nullptr;
     std::vector<CVisualElement*> children_;

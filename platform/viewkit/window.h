@@ -33,7 +33,8 @@ public:
     // The same at the next idle.
     virtual void RequestPaint(const paintcore::rectangle<int>& area) = 0;
     // Moves the painted pixels of `area` by (`dx`, `dy`); what leaves the area is lost, and what it
-    // uncovers is undefined. False if the window cannot: then everything is painted anew.
+    // uncovers is undefined. `area` may reach beyond the window, where there are none. False if the
+    // window cannot: then everything is painted anew.
     virtual bool MovePixels(const paintcore::rectangle<int>& area, int dx, int dy) = 0;
     virtual void SetCursor(Cursor cursor) = 0;
     // Goes back to the cursor that stood before the last `SetCursor`.

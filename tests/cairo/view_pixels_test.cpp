@@ -240,27 +240,50 @@ TEST(ImageWindow, MovesPixelsInEveryDirection) {
             }
         }
     };
-    for (const auto [dx, dy] : {point<int>{3, 0}, {-3, 0}, {0, 4}, {0, -4}, {2, -5}, {-7, 6}}) {
-        ImageWindow window({30, 20});
-        new Squares(window.GetRoot());
-        window.PaintPending();
-        const Pixels before = window.GetPixels();
-        EXPECT_TRUE(window.MovePixels({5, 4, 25, 18}, dx, dy));
-        const Pixels after = window.GetPixels();
-        for (int y = 0; y < 20; ++y) {
-            for (int x = 0; x < 30; ++x) {
-                const bool is_in = x >= 5 && x < 25 && y >= 4 && y < 18;
-                const int from_x = x - dx;
-                const int from_y = y - dy;
-                const bool was_in = from_x >= 5 && from_x < 25 && from_y >= 4 && from_y < 18;
-                if (is_in && !was_in) continue;  // uncovered
-                const int from = is_in ? from_y * 30 + from_x : y * 30 + x;
-                EXPECT_EQ(after[static_cast<std::size_t>(y * 30 + x)],
-                          before[static_cast<std::size_t>(from)])
-                    << x << ", " << y << " by " << dx << ", " << dy;
+    // The second one reaches beyond the window on all sides.
+    for (const rectangle<int>& area : {rectangle<int>{5, 4, 25, 18}, {-40, -50, 60, 70}}) {
+        const auto is_in = [&area](int x, int y) {
+            return x >= std::max(0, area.left) && x < std::min(30, area.right) &&
+                   y >= std::max(0, area.top) && y < std::min(20, area.bottom);
+        };
+        for (const auto [dx, dy] :
+             {point<int>{3, 0}, {-3, 0}, {0, 4}, {0, -4}, {2, -5}, {-7, 6}, {35, 0}, {-9, 45}}) {
+            ImageWindow window({30, 20});
+            new Squares(window.GetRoot());
+            window.PaintPending();
+            const Pixels before = window.GetPixels();
+            EXPECT_TRUE(window.MovePixels(area, dx, dy));
+            const Pixels after = window.GetPixels();
+            for (int y = 0; y < 20; ++y) {
+                for (int x = 0; x < 30; ++x) {
+                    if (is_in(x, y) && !is_in(x - dx, y - dy)) continue;  // uncovered
+                    const int from = is_in(x, y) ? (y - dy) * 30 + x - dx : y * 30 + x;
+                    EXPECT_EQ(after[static_cast<std::size_t>(y * 30 + x)],
+                              before[static_cast<std::size_t>(from)])
+                        << x << ", " << y << " by " << dx << ", " << dy;
+                }
             }
         }
     }
+}
+
+// The picture of a surface that is larger than its window, moved, is that of one painted at once.
+TEST(ImageWindow, ShowsASurfaceThatReachesBeyondIt) {
+    const graph_ptr2<Graph> graph = TiledGraph(3);
+    const auto paint = [&graph](bool in_steps) {
+        ImageWindow window({100, 80});
+        auto* viewer = new CGraphViewer(window.GetRoot(), {1, 1}, viewkit::Alignment::None);
+        viewer->SetPos({-20, -10, 400, 300}, true);
+        viewer->SetGraph(graph);
+        for (int i = 1; i <= 3; ++i) {
+            if (in_steps) window.PaintPending();
+            viewer->SetStartX(15.0 * i);
+            viewer->SetStartY(5.0 * i);
+        }
+        window.PaintPending();
+        return window.GetPixels();
+    };
+    EXPECT_EQ(paint(true), paint(false));
 }
 
 TEST(ImageWindow, ShowsOverlaysButDoesNotPaintThem) {

@@ -22,6 +22,21 @@ TEST(WindowImagePixels, MovesPixelsWithinAnAreaAndTellsWhatItCannot) {
     EXPECT_EQ(image.GetImage().pixel(8, 3), qRgb(200, 0, 0));
 }
 
+TEST(WindowImagePixels, AnAreaMayReachBeyondTheImage) {
+    WindowImage image({20, 10}, 1.0);
+    auto& painter = image.GetPainter();
+    painter.BeginPaint(IPainter::StdSettings::All);
+    painter.SetBrush({{200, 0, 0}, 1});
+    painter.FillRect(5.0, 5.0, 6.0, 6.0);
+    painter.EndPaint();
+    EXPECT_TRUE(image.Move({-30, -30, 60, 60}, 3, -2));
+    EXPECT_EQ(image.GetImage().pixel(8, 3), qRgb(200, 0, 0));
+    // Nothing is left to be moved.
+    EXPECT_TRUE(image.Move({-30, -30, 60, 60}, -40, 0));
+    EXPECT_TRUE(image.Move({-30, -30, 60, 60}, 0, 12));
+    EXPECT_EQ(image.GetImage().pixel(8, 3), qRgb(200, 0, 0));
+}
+
 TEST(WindowImagePixels, OnDevicePixelsAMoveIsAsManyTimesAsFar) {
     WindowImage fine({20, 10}, 2.0);
     EXPECT_EQ(fine.GetImage().size(), QSize(40, 20));

@@ -151,6 +151,17 @@ TEST_F(CentralPart, PixelsUnderAnotherElementAreNotMoved) {
     EXPECT_EQ(surface->parts, (Parts{{16.0, 0.0, 216.0, 100.0}}));
 }
 
+TEST_F(CentralPart, PixelsOfASurfaceThatReachesOutOfTheWindowAreNotMoved) {
+    surface->SetAlignment(Alignment::None);
+    surface->SetPos({0, 0, 400, 300}, true);
+    window.PaintPending();
+    surface->ScrollTo(16.0, 0.0);
+    surface->parts.clear();
+    window.PaintPending();
+    EXPECT_TRUE(window.moves.empty());
+    EXPECT_EQ(surface->parts, (Parts{{16.0, 0.0, 416.0, 300.0}}));
+}
+
 TEST_F(CentralPart, AViewThatMovesWithinThePaintDrawsAll) {
     class Scroller : public subscriber_base_t {
     public:

@@ -68,10 +68,11 @@ bool WindowImage::Move(const rectangle<int>& area, int dx, int dy) {
     const auto to_x = WholeDots(area.right, ratio_);
     const auto to_y = WholeDots(area.bottom, ratio_);
     if (!x || !y || !from_x || !from_y || !to_x || !to_y) return false;
-    const int left = std::max({0, *from_x, *from_x + *x});
-    const int right = std::min({width_, *to_x, *to_x + *x});
-    const int top = std::max({0, *from_y, *from_y + *y});
-    const int bottom = std::min({height_, *to_y, *to_y + *y});
+    // What comes from outside of the image is as undefined as what is uncovered.
+    const int left = std::max(0, *from_x) + std::max(0, *x);
+    const int right = std::min(width_, *to_x) + std::min(0, *x);
+    const int top = std::max(0, *from_y) + std::max(0, *y);
+    const int bottom = std::min(height_, *to_y) + std::min(0, *y);
     if (left >= right || top >= bottom) return true;
     const auto bytes = static_cast<std::size_t>(right - left) * sizeof(std::uint32_t);
     const auto pixel = [this](int column, int line) {
