@@ -92,6 +92,8 @@ public:
         }
         read_nodes(owner);
         read_clusters(owner);
+        // Clusters were found behind all nodes, wherever the file opens them.
+        file_.owners_have_places = false;
         read_edges();
         note_attributes();
         losses_.AddCount(static_cast<int>(shared_.size()), "node",

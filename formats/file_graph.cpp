@@ -30,6 +30,7 @@ public:
         std::vector<std::optional<int>> names;
         for (const FileNode& node : file_.nodes) names.push_back(integer_of(node.name));
         const std::vector<int> tags = ChooseIds(names);
+        find_siblings();
         for (int place = 0; place < file_.CountNodes(); ++place) make_node(place);
         for (std::size_t i = 0; i < nodes_.size(); ++i) nodes_[i].SetTag(tags[i]);
         for (const FileEdge& edge : file_.edges) make_edge(edge);
@@ -51,20 +52,44 @@ private:
     }
     Node& made(int place) { return nodes_[static_cast<std::size_t>(place)]; }
 
-    // Makes the owners that are not there yet first, the outermost ahead.
+    void find_siblings() {
+        previous_.resize(file_.nodes.size(), FileGraph::kRoot);
+        if (!file_.owners_have_places) return;
+        // The last node so far in each owner; the root comes first.
+        std::vector<int> last(file_.nodes.size() + 1, FileGraph::kRoot);
+        for (std::size_t i = 0; i < file_.nodes.size(); ++i) {
+            int& in_owner = last[static_cast<std::size_t>(file_.nodes[i].owner + 1)];
+            previous_[i] = in_owner;
+            in_owner = static_cast<int>(i);
+        }
+    }
+
+    [[nodiscard]] bool is_missing(int place) { return place != FileGraph::kRoot && !made(place); }
+
+    // What has to be there first is made first: the owner, and the siblings ahead in the file.
     void make_node(int place) {
-        std::vector<int> missing;
-        for (int p = place; p != FileGraph::kRoot && !made(p); p = in_file(p).owner) {
-            missing.push_back(p);
+        std::vector<int> waiting{place};
+        while (!waiting.empty()) {
+            const int next = waiting.back();
+            const int previous = previous_[static_cast<std::size_t>(next)];
+            if (is_missing(in_file(next).owner)) {
+                waiting.push_back(in_file(next).owner);
+            } else if (is_missing(previous)) {
+                waiting.push_back(previous);
+            } else {
+                if (is_missing(next)) add_node(next);
+                waiting.pop_back();
+            }
         }
-        for (; !missing.empty(); missing.pop_back()) {
-            if (options_.check) options_.check();
-            const FileNode& from = in_file(missing.back());
-            Node& node = made(missing.back());
-            node = (from.owner == FileGraph::kRoot ? root_ : made(from.owner)).AddNode();
-            node.SetCaption(from.caption);
-            if (!from.look.IsPlain()) report_.looks.nodes.emplace(node.GetID(), from.look);
-        }
+    }
+
+    void add_node(int place) {
+        if (options_.check) options_.check();
+        const FileNode& from = in_file(place);
+        Node& node = made(place);
+        node = (from.owner == FileGraph::kRoot ? root_ : made(from.owner)).AddNode();
+        node.SetCaption(from.caption);
+        if (!from.look.IsPlain()) report_.looks.nodes.emplace(node.GetID(), from.look);
     }
 
     void make_edge(const FileEdge& from) {
@@ -112,6 +137,8 @@ private:
     const ReadOptions& options_;
     ReadReport& report_;
     std::vector<Node> nodes_;
+    // The sibling ahead of each node in the file; none of the first ones.
+    std::vector<int> previous_;
     std::vector<Edge> edges_;
     bool has_hidden_ = false;
 };

@@ -46,14 +46,16 @@ struct FileGraph {
     std::vector<FileEdge> edges;
     // Of the root; then every node has one, too.
     std::optional<Place> place;
+    // Else owners go ahead of the first node that they own, wherever they stand among the nodes.
+    bool owners_have_places = true;
 
     [[nodiscard]] int CountNodes() const { return static_cast<int>(nodes.size()); }
     // Answers the place of the new node among the nodes.
     int AddNode(FileNode node);
 };
 
-// Replaces the contents of `graph`. Owners get lower ids than what they own; else nodes and edges
-// are made in the order of the file. No owner may own itself, however indirectly. Adds looks and
+// Replaces the contents of `graph`. Owners get lower ids than what they own, and siblings keep the
+// order of `file`, as edges do. No owner may own itself, however indirectly. Adds looks and
 // layout to `report`.
 void FillGraph(const graph_ptr2<Graph>& graph, const FileGraph& file, const ReadOptions& options,
                ReadReport& report);

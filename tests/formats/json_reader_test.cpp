@@ -32,6 +32,15 @@ TEST(JsonReader, OwnersStandInTheMetadata) {
     EXPECT_EQ(Tree(file), "a{b{c} d} e");
 }
 
+TEST(JsonReader, SiblingsKeepTheirOrderWhereOwnersStandBehindWhatTheyOwn) {
+    const ReadFile file(
+        "{\"graph\": {\"nodes\": {\"a\": {\"metadata\": {\"owner\": \"y\"}}, \"b\": {}, "
+        "\"c\": {\"metadata\": {\"owner\": \"x\"}}, \"x\": {}, \"d\": {}, "
+        "\"y\": {\"metadata\": {\"owner\": \"z\"}}, \"e\": {\"metadata\": {\"owner\": \"z\"}}, "
+        "\"z\": {}}}}");
+    EXPECT_EQ(Tree(file), "b x{c} d z{y{a} e}");
+}
+
 TEST(JsonReader, OwnersThatOwnEachOtherAreTakenToTheTop) {
     const ReadFile file(
         "{\"graph\": {\"nodes\": [{\"id\": \"a\", \"owner\": \"b\"}, {\"id\": \"b\", \"owner\": "
