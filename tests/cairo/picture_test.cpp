@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <backends/cairo/picture.h>
-#include <cairo/xml.h>
 #include <support/fonts/test_fonts.h>
+#include <support/xml.h>
 
 #include <cairo.h>
 #include <unistd.h>

@@ -2,7 +2,7 @@
 
 #include <backends/cairo/svg_painter.h>
 #include <backends/cairo/text_engine.h>
-#include <cairo/xml.h>
+#include <support/xml.h>
 #include <support/fonts/test_fonts.h>
 
 #include <limits>
