@@ -117,13 +117,18 @@ void SvgPainter::DrawLine(const paintcore::TextLine& line) {
     const font& f = GetFont();
     const std::size_t clip = DefineClip(line.clip);
     const std::string text = PrintableText(line.text);
-    const double baseline = GetTextEngine().Measure(f, line.text).baseline;
+    const TextExtent extent = GetTextEngine().Measure(f, line.text);
     std::string& body = Body();
     body += "<text";
     AppendAttribute(body, "x",
                     line.centred ? (line.clip.left + line.clip.right) / 2.0 : line.origin.x);
-    AppendAttribute(body, "y", line.origin.y + baseline);
-    if (line.centred) AppendAttribute(body, "text-anchor", "middle");
+    AppendAttribute(body, "y", line.origin.y + extent.baseline);
+    // A viewer takes every line as one that runs to the right.
+    if (extent.is_right_to_left) AppendAttribute(body, "direction", "rtl");
+    // The end of a line that runs to the left is at its left.
+    if (line.centred || extent.is_right_to_left) {
+        AppendAttribute(body, "text-anchor", line.centred ? "middle" : "end");
+    }
     // The family that the text was measured with goes first, so that it fits its box.
     AppendAttribute(body, "font-family",
                     FamilyList(GetTextEngine().GetFamily(f), PrintableText(f.face)));

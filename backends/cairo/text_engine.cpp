@@ -150,8 +150,10 @@ public:
         PangoRectangle logical;
         pango_layout_get_extents(layout, nullptr, &logical);
         const double unit = PANGO_SCALE;
+        const PangoLayoutLine* line = pango_layout_get_line_readonly(layout, 0);
         return {logical.width / unit, logical.height / unit,
-                pango_layout_get_baseline(layout) / unit};
+                pango_layout_get_baseline(layout) / unit,
+                line->resolved_dir == PANGO_DIRECTION_RTL};
     }
 
     TextExtent MeasureAll(const Entry& entry, std::string_view printable) {

@@ -22,6 +22,8 @@ struct TextExtent {
     double width = 0.0;
     double height = 0.0;
     double baseline = 0.0;
+    // The first letter that has a direction runs to the left, so the line begins at its right.
+    bool is_right_to_left = false;
 
     friend bool operator==(const TextExtent&, const TextExtent&) = default;
 };

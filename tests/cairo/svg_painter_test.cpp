@@ -2,8 +2,8 @@
 
 #include <backends/cairo/svg_painter.h>
 #include <backends/cairo/text_engine.h>
-#include <support/xml.h>
 #include <support/fonts/test_fonts.h>
+#include <support/xml.h>
 
 #include <limits>
 #include <string>
@@ -130,6 +130,32 @@ TEST(SvgPainter, CentredTextIsAnchoredInTheMiddle) {
     EXPECT_EQ(texts[1]->Get("text-anchor"), "");
     EXPECT_GT(std::stod(texts[1]->Get("x")), 20.0);
     EXPECT_LT(std::stod(texts[1]->Get("x")), 30.0);
+}
+
+TEST(SvgPainter, ALineBeginsAtTheRightIfItsFirstLetterSaysSo) {
+    const char* shalom = "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D";
+    const char* arabic = "\xD8\xB9\xD8\xB1\xD8\xA8\xD9\x8A";
+    SvgPainter painter({200.0, 100.0});
+    const auto draw = [&painter](const std::string& text) {
+        painter.DrawString({20.0, 10.0, 120.0, 50.0}, text, 0x24, -1);
+        painter.DrawString({20.0, 10.0, 120.0, 50.0}, text, 9, -1);
+    };
+    for (const char* name : {shalom, arabic}) draw(std::string("12 ") + name + "...");
+    for (const std::string text : {"abc", "12...", "\xF0\x9F\x98\x80"}) draw(text);
+    draw(std::string("abc ") + shalom);
+    const XmlElement root = Read(painter);
+    const auto texts = root.FindAll("text");
+    ASSERT_EQ(texts.size(), 12U);
+    for (std::size_t n = 0; n < texts.size(); ++n) {
+        const bool is_centred = n % 2 == 0;
+        const bool is_right_to_left = n < 4;
+        EXPECT_EQ(texts[n]->Get("direction"), is_right_to_left ? "rtl" : "") << n;
+        const std::string of_left = is_right_to_left ? "end" : "";
+        EXPECT_EQ(texts[n]->Get("text-anchor"), is_centred ? "middle" : of_left) << n;
+        // The middle or the left of the text is where that of any other text is.
+        const std::size_t like = is_centred ? 10 : 11;
+        EXPECT_EQ(texts[n]->Get("x"), texts[like]->Get("x")) << n;
+    }
 }
 
 TEST(SvgPainter, LooseBlanksArePreserved) {
