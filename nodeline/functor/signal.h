@@ -36,8 +36,10 @@ struct dummy_t {};
 template <class... A>
 struct arguments_t {};
 
+// Goes through the places of a signature and collects the arguments in `Used`.
 template <class Used, class... Rest>
 struct used_arguments {
+    // `arguments_t` of them, in their order.
     using type = Used;
 };
 
@@ -61,6 +63,7 @@ class signature_t;
 template <class C, class M, class... A>
 class NODELINE_API signature_t<C, M, arguments_t<A...>> : public signal_base_t {
 public:
+    // Calls the member function `method` of `object`, which is a `C`.
     static void caster(void* object, typeless_connection_t method, A... arguments) {
         (static_cast<C*>(object)->*method.to<M>())(static_cast<A&&>(arguments)...);
     }

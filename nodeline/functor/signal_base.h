@@ -14,6 +14,7 @@ namespace corvex::_internal {
 
 // A pointer to member function whose type has been forgotten: its bytes, two machine words.
 struct typeless_connection_t {
+    // Forgets the type of a pointer to member function.
     template <class M>
     static typeless_connection_t from(M method) {
         typeless_connection_t typeless;
@@ -31,8 +32,10 @@ struct typeless_connection_t {
         return method;
     }
 
+    // By their bytes.
     friend bool operator==(const typeless_connection_t&, const typeless_connection_t&) = default;
 
+    // As the compiler lays such a pointer out; zero for none.
     std::array<std::uintptr_t, 2> words{};
 };
 

@@ -15,12 +15,14 @@ namespace nodeline {
 // The bends of one edge inside one owner, in order from source to target.
 class NODELINE_API BreakChain : public Countable {
 public:
+    // A chain without bends. `revision`, which is not null, advances with each change.
     BreakChain(graph_ptr<IEdgeImpl> edge, graph_ptr<Revision> revision)
         : edge_(std::move(edge)), revision_(std::move(revision)) {}
 
     // Appends `count` bends at (0, 0), with the next ids of the process.
     void Append(int count);
 
+    // The bends, counted from 0 at the source; an index must be in range.
     [[nodiscard]] int GetCount() const { return static_cast<int>(positions_.size()); }
     [[nodiscard]] int GetIdAt(int index) const;
     [[nodiscard]] const point<double>& GetPositionAt(int index) const {
@@ -44,6 +46,7 @@ public:
     // Adds to the positions of all bends.
     void Shift(const point<double>& delta);
 
+    // The edge that bends.
     [[nodiscard]] const graph_ptr<IEdgeImpl>& edge() const { return edge_; }
     // The set that holds the edge alone; shared by all bends of the chain.
     graph_ptr<EdgeImplSet> GetEdges();
@@ -65,6 +68,7 @@ public:
     // The id of the next break node of the process.
     static std::atomic<int> current_id;
 
+    // The node of bend `index` of `chain`, which must have one.
     DummyNodeImpl(graph_ptr<BreakChain> chain, int index)
         : id_(chain->GetIdAt(index)), index_(index), chain_(std::move(chain)) {}
 
@@ -86,8 +90,10 @@ public:
     graph_ptr<NodeImplSet> get_owned() override { return {new NodeImplSet}; }
     void set_owner(graph_ptr<INodeImpl>) override {}
 
+    // The position of the bend, which the chain keeps.
     [[nodiscard]] point<double> position() const { return chain_->GetPositionAt(index_); }
     void set_position(const point<double>& p) { chain_->SetPositionAt(index_, p.x, p.y); }
+    // The size of the node, zero at first; it lasts as long as this record.
     [[nodiscard]] const size<double>& extent() const { return size_; }
     void set_extent(const size<double>& value) { size_ = value; }
 
@@ -102,6 +108,7 @@ private:
 // The stock route of an edge.
 class NODELINE_API DefaultEdgeVis : public IEdgeVis {
 public:
+    // A route without bends. `revision`, which is not null, advances with each change.
     DefaultEdgeVis(graph_ptr<IEdgeImpl> impl, graph_ptr<Revision> revision)
         : impl_(std::move(impl)), revision_(std::move(revision)) {}
 

@@ -50,18 +50,20 @@ class NODELINE_API Node {
 public:
     // An empty handle: it may be copied, assigned and tested, and nothing else.
     Node() = default;
+    // For code that stores graphs itself; applications get nodes from graphs and other nodes.
     Node(graph_ptr<IGraphVis> store, graph_ptr<INodeImpl> record)
         : store_(std::move(store)), record_(std::move(record)) {}
 
     // Whether the handle holds a node. The owner of the root does not.
     explicit operator bool() const { return static_cast<bool>(record_); }
+    // What the handle joins.
     [[nodiscard]] const graph_ptr<IGraphVis>& store() const { return store_; }
     [[nodiscard]] const graph_ptr<INodeImpl>& record() const { return record_; }
 
     // 0 for the root, positive for a real node, negative for a break node.
     [[nodiscard]] int GetID() const;
-    [[nodiscard]] std::string GetCaption() const;
     // UTF-8; the root and break nodes have no caption.
+    [[nodiscard]] std::string GetCaption() const;
     void SetCaption(const std::string& caption);
     // A number for the application's use; 0 at first.
     [[nodiscard]] int GetTag() const;
@@ -70,27 +72,32 @@ public:
     [[nodiscard]] int GetCondition() const;
     void SetCondition(int condition);
 
-    // Neighbours: distinct, by rising id, however many edges join them.
+    // Neighbours: distinct, by rising id, however many edges join them. When an edge of the node
+    // comes or goes, sets that were given out before may become empty: ask again.
     [[nodiscard]] NodeSet GetParents() const;
     [[nodiscard]] NodeSet GetChildren() const;
+    // By rising id. The sets are live: they follow the graph.
     [[nodiscard]] EdgeSet GetEdgesIn() const;
     [[nodiscard]] EdgeSet GetEdgesOut() const;
+    // What the node owns itself, in no order to rely on; live as well.
     [[nodiscard]] NodeSet GetOwned() const;
     // The empty handle for the root and for break nodes.
     [[nodiscard]] Node GetOwner() const;
     // Moves the node, with all it owns, under another. Silently refused under its own contents.
     void SetOwner(Node owner);
-    // Makes a node inside this one.
+    // Makes a node inside this one; none, and an empty handle, in a break node and in a node that
+    // was removed.
     Node AddNode();
     // Makes an edge from this node; parallel edges and self-loops are allowed. A link to or from
-    // the root is misuse, and gives an empty handle.
+    // the root, a break node or a node that was removed is misuse, and gives an empty handle.
     Edge LinkTo(Node other);
     // True for break nodes, for the root, and for a node that was removed: they have no owner.
     [[nodiscard]] bool IsDummy() const;
     // Takes the node and all it owns out of the graph. Remove the edges that leave it first.
     void Remove();
 
-    // The node's own layout or handler, or the default of its graph.
+    // The node's own layout or handler, or the default of its graph. Setting an empty one goes back
+    // to the default.
     [[nodiscard]] graph_ptr2<ILayout> GetLayout() const;
     void SetLayout(graph_ptr2<ILayout> layout);
     [[nodiscard]] graph_ptr2<INodeHandler> GetHandler() const;
@@ -111,6 +118,7 @@ public:
     void ResizeSelf();
     void ResizeAll();
 
+    // By id; neither handle may be empty.
     bool operator==(const Node& other) const { return GetID() == other.GetID(); }
     bool operator!=(const Node& other) const { return GetID() != other.GetID(); }
 
@@ -127,15 +135,18 @@ class NODELINE_API Edge {
 public:
     // An empty handle, as with nodes.
     Edge() = default;
+    // For code that stores graphs itself.
     Edge(graph_ptr<IGraphVis> store, graph_ptr<IEdgeImpl> record)
         : store_(std::move(store)), record_(std::move(record)) {}
 
+    // Whether the handle holds an edge, and what it joins.
     explicit operator bool() const { return static_cast<bool>(record_); }
     [[nodiscard]] const graph_ptr<IGraphVis>& store() const { return store_; }
     [[nodiscard]] const graph_ptr<IEdgeImpl>& record() const { return record_; }
 
     // Counts up from 0; a range of its own.
     [[nodiscard]] int GetID() const;
+    // Caption, tag and condition word are as with nodes.
     [[nodiscard]] std::string GetCaption() const;
     void SetCaption(const std::string& caption);
     [[nodiscard]] int GetTag() const;
@@ -154,12 +165,15 @@ public:
     [[nodiscard]] std::vector<point<double>> GetRoute() const;
     // The stretch of the route inside one owner.
     [[nodiscard]] NodeSet GetBreakNodesIn(Node owner) const;
+    // For layouts: appends `count` break nodes at (0, 0) to a stretch, and takes away those of one
+    // stretch, or all.
     void AddBreakNodesIn(Node owner, int count);
     void RemoveBreakNodesIn(Node owner);
     void RemoveBreakNodes();
     // Takes the edge out of the graph, with its route.
     void Remove();
 
+    // By id; neither handle may be empty.
     bool operator==(const Edge& other) const { return GetID() == other.GetID(); }
     bool operator!=(const Edge& other) const { return GetID() != other.GetID(); }
 
@@ -172,6 +186,7 @@ private:
 class NODELINE_API NodeSet : public IGraphSet<Node> {
 public:
     NodeSet() = default;
+    // Keeps `records` alive and follows them; null is an empty set.
     NodeSet(graph_ptr<IGraphSet<graph_ptr<INodeImpl>>> records, graph_ptr<IGraphVis> store)
         : records_(std::move(records)), store_(std::move(store)) {}
 
@@ -187,6 +202,7 @@ private:
 class NODELINE_API EdgeSet : public IGraphSet<Edge> {
 public:
     EdgeSet() = default;
+    // As with nodes.
     EdgeSet(graph_ptr<IGraphSet<graph_ptr<IEdgeImpl>>> records, graph_ptr<IGraphVis> store)
         : records_(std::move(records)), store_(std::move(store)) {}
 
@@ -198,12 +214,13 @@ private:
     graph_ptr<IGraphVis> store_;
 };
 
-// A neighbour and the edge that leads to it, ordered by node id, then edge id.
+// A neighbour and the edge that leads to it.
 struct NodeEdgePair {
     Node node;
     Edge edge;
 };
 
+// By node id, then by edge id. No handle in a pair may be empty.
 inline bool operator<(const NodeEdgePair& a, const NodeEdgePair& b) {
     const int a_id = a.node.GetID();
     const int b_id = b.node.GetID();
@@ -245,6 +262,8 @@ public:
     NodeSet HitNodeTest(double x1, double y1, double x2, double y2);
     EdgeSet HitEdgeTest(double x1, double y1, double x2, double y2);
 
+    // What serves nodes and edges without a handler or layout of their own: at first the default of
+    // the process, and so again when an empty one is set. Setting a layout asks for no work.
     graph_ptr2<INodeHandler> GetDefaultNodeHandler();
     void SetDefaultNodeHandler(graph_ptr2<INodeHandler> handler);
     void SetDefaultEdgeHandler(graph_ptr2<IEdgeHandler> handler);

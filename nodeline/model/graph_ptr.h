@@ -24,6 +24,7 @@ namespace nodeline {
 class NODELINE_API Countable {
 public:
     Countable() = default;
+    // A count belongs to the object, not to its value: nothing is copied.
     Countable(const Countable&) noexcept {}
     Countable& operator=(const Countable&) noexcept { return *this; }
     virtual ~Countable() = 0;
@@ -61,6 +62,7 @@ public:
     // null.
     graph_ptr(T* object) noexcept : object_(object) { acquire(); }
 
+    // A copy counts as well; a move takes the count over and leaves `other` null.
     graph_ptr(const graph_ptr& other) noexcept : object_(other.object_) { acquire(); }
     graph_ptr(graph_ptr&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
 
@@ -72,6 +74,7 @@ public:
 
     ~graph_ptr() { release(object_); }
 
+    // As above. The former object is let go of once the new one is held.
     graph_ptr& operator=(const graph_ptr& other) noexcept {
         if (object_ != other.object_) {
             T* old = std::exchange(object_, other.object_);
@@ -88,6 +91,7 @@ public:
         return *this;
     }
 
+    // The object. A null handle must not be dereferenced.
     [[nodiscard]] T* get() const noexcept { return object_; }
     T* operator->() const noexcept { return object_; }
     T& operator*() const noexcept { return *object_; }
@@ -113,15 +117,18 @@ template <class T>
 class graph_ptr2 {
 public:
     graph_ptr2() noexcept = default;
+    // The first handle on `object`; empty if that is null. If this throws, for want of memory, an
+    // object that was to be owned is deleted.
     graph_ptr2(T* object, bool owns)
         : counter_(make_counter(object, owns)), pointee_(object), owns_(owns) {}
 
+    // Shares count, object and `owns`.
     graph_ptr2(const graph_ptr2& other) noexcept
         : counter_(other.counter_), pointee_(other.pointee_), owns_(other.owns_) {
         if (counter_ != nullptr) ++counter_->count_;
     }
 
-    // Shares count, object and `owns` with a handle on a derived type.
+    // The same with a handle on a derived type.
     template <class U, class = std::enable_if_t<std::is_convertible_v<U*, T*>>>
     graph_ptr2(const graph_ptr2<U>& other) noexcept
         : counter_(other.counter_), pointee_(other.pointee_), owns_(other.owns_) {
@@ -130,6 +137,7 @@ public:
 
     ~graph_ptr2() { reset(); }
 
+    // Lets go of the former object and shares the other one.
     graph_ptr2& operator=(const graph_ptr2& other) {
         if (this == &other) return *this;
         // `other` may lie in the very object that this handle lets go of.
@@ -152,6 +160,7 @@ public:
         counter_ = nullptr;
     }
 
+    // The object. An empty handle must not be dereferenced.
     [[nodiscard]] T* get() const noexcept { return pointee_; }
     T* operator->() const noexcept { return pointee_; }
     T& operator*() const noexcept { return *pointee_; }

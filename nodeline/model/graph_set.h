@@ -19,12 +19,15 @@ public:
     // the same index of the same set; `End()` is the end at the moment of the call.
     class Iterator {
     public:
+        // Item `index` of `set`, which is not null and outlives the iterator.
         Iterator(int index, const IGraphSet* set) : index_(index), set_(set) {}
 
+        // By set and index.
         bool operator==(const Iterator& other) const {
             return set_ == other.set_ && index_ == other.index_;
         }
         bool operator!=(const Iterator& other) const { return !(*this == other); }
+        // Goes on to the next item, and may go beyond the end.
         Iterator operator++(int) {
             Iterator old = *this;
             ++index_;
@@ -40,14 +43,17 @@ public:
         // Keeps the fetched item alive for the length of the member access.
         class Arrow {
         public:
+            // Holds `item`, and points at it.
             explicit Arrow(T item) : item_(std::move(item)) {}
             T* operator->() { return &item_; }
 
         private:
             T item_;
         };
+        // Fetches anew, like `operator*`.
         Arrow operator->() const { return Arrow(set_->GetItem(index_)); }
 
+        // Counted from 0.
         [[nodiscard]] int index() const { return index_; }
 
     private:
@@ -60,6 +66,7 @@ public:
     // Item `index`, counted from 0. An index out of range gives an empty item.
     [[nodiscard]] virtual T GetItem(int index) const = 0;
 
+    // The places of the first item and behind the last one.
     [[nodiscard]] Iterator Begin() const { return Iterator(0, this); }
     [[nodiscard]] Iterator End() const { return Iterator(GetCount(), this); }
 
@@ -73,6 +80,7 @@ public:
 template <class T>
 class GraphSet : public IGraphSet<T> {
 public:
+    // The iterator of the interface.
     using Iterator = typename IGraphSet<T>::Iterator;
 
     [[nodiscard]] int GetCount() const override { return static_cast<int>(items_.size() - head_); }
@@ -144,7 +152,9 @@ public:
         head_ = 0;
     }
 
+    // Whether nothing was added since the items were last sorted; false for a new set.
     [[nodiscard]] bool IsSorted() const { return sorted_; }
+    // Makes room for `count` items in all; `count` is not negative.
     void Reserve(int count) { items_.reserve(head_ + static_cast<std::size_t>(count)); }
 
 private:

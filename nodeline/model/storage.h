@@ -23,6 +23,7 @@ namespace internal {
 struct RecordAccess;
 }
 
+// Sets of records. The same record may stand in one more than once.
 using NodeImplSet = GraphSet<graph_ptr<INodeImpl>>;
 using EdgeImplSet = GraphSet<graph_ptr<IEdgeImpl>>;
 
@@ -30,12 +31,15 @@ using EdgeImplSet = GraphSet<graph_ptr<IEdgeImpl>>;
 // down). A node id identifies a node across all graphs of the process.
 class NODELINE_API INodeImpl : public Countable {
 public:
+    // The same for the whole life of the record.
     [[nodiscard]] virtual int get_id() const = 0;
+    // UTF-8. The root and break nodes keep none.
     [[nodiscard]] virtual std::string get_caption() const = 0;
     virtual void set_caption(const std::string& caption) = 0;
+    // A number for the application's use, 0 at first. The root and break nodes keep none.
     [[nodiscard]] virtual int get_tag() const = 0;
     virtual void set_tag(const int& tag) = 0;
-    // The condition word; see `NodeCondition`.
+    // The condition word, 0 at first; see `NodeCondition`. The root keeps none.
     [[nodiscard]] virtual int get_condition() const = 0;
     virtual void set_condition(int condition) = 0;
     // The nodes with an edge into this one, and out of this one: distinct, by rising id.
@@ -46,7 +50,7 @@ public:
     virtual graph_ptr<EdgeImplSet> get_edges_out() = 0;
     // Makes an edge from this node to `other`. Parallel edges and self-loops are allowed.
     virtual graph_ptr<IEdgeImpl> link_to(graph_ptr<INodeImpl> other) = 0;
-    // Makes a node that this one owns.
+    // Makes a node that this one owns; null from a break node and from a node that was removed.
     virtual graph_ptr<INodeImpl> add_node() = 0;
     // Takes the node and all it owns out of the graph.
     virtual void remove() = 0;
@@ -62,12 +66,15 @@ public:
 // The record of an edge. Edge ids count up from 0 and are a range of their own.
 class NODELINE_API IEdgeImpl : public Countable {
 public:
+    // The same for the whole life of the record.
     [[nodiscard]] virtual int get_id() const = 0;
+    // UTF-8.
     [[nodiscard]] virtual std::string get_caption() const = 0;
     virtual void set_caption(const std::string& caption) = 0;
+    // A number for the application's use; 0 at first.
     [[nodiscard]] virtual int get_tag() const = 0;
     virtual void set_tag(const int& tag) = 0;
-    // The condition word; see `EdgeCondition`.
+    // The condition word, 0 at first; see `EdgeCondition`.
     [[nodiscard]] virtual int get_condition() const = 0;
     virtual void set_condition(int condition) = 0;
     // The ends; null once the edge is removed.
@@ -80,6 +87,7 @@ public:
 // Where a graph keeps its root.
 class NODELINE_API IGraphStorage : public Countable {
 public:
+    // The node that owns all others; null after `remove_root`.
     [[nodiscard]] virtual graph_ptr<INodeImpl> get_root() const = 0;
     // Lets go of the root; takes nothing apart.
     virtual void remove_root() = 0;
@@ -138,6 +146,7 @@ public:
     // The id of the next node of the process; graphs may grow on several threads at once.
     static std::atomic<int> current_id;
 
+    // A node with the next id, which is in the set of its owner only once `add_node` puts it there.
     explicit DefaultNodeImpl(graph_ptr<INodeImpl> owner);
 
     [[nodiscard]] int get_id() const override { return id_; }
@@ -152,7 +161,8 @@ public:
     graph_ptr<NodeImplSet> get_children() override;
     graph_ptr<EdgeImplSet> get_edges_in() override;
     graph_ptr<EdgeImplSet> get_edges_out() override;
-    // Nothing is made, and null is answered, where `other` is null, the root or a break node.
+    // Nothing is made, and null is answered, where `other` is null, the root or a break node, and
+    // where one of the two was removed.
     graph_ptr<IEdgeImpl> link_to(graph_ptr<INodeImpl> other) override;
     void remove() override;
     [[nodiscard]] graph_ptr<INodeImpl> get_owner() const override { return owner_; }
@@ -199,6 +209,8 @@ public:
     // The id of the next edge of the process.
     static std::atomic<int> current_id;
 
+    // An edge with the next id, which is in the sets of its ends only once `link_to` puts it there.
+    // Neither end may be null.
     DefaultEdgeImpl(graph_ptr<INodeImpl> from, graph_ptr<INodeImpl> to);
 
     [[nodiscard]] int get_id() const override { return id_; }
@@ -230,6 +242,7 @@ private:
 // The storage that a graph makes for itself.
 class NODELINE_API DefaultStorage : public IGraphStorage {
 public:
+    // `root` may be null, as after `remove_root`.
     explicit DefaultStorage(graph_ptr<INodeImpl> root) : root_(std::move(root)) {}
 
     [[nodiscard]] graph_ptr<INodeImpl> get_root() const override { return root_; }

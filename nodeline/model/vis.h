@@ -20,7 +20,9 @@ class INodeHandler;
 // Position and size of a node: logical units, the position being the top left corner.
 class NODELINE_API INodeVis : public Countable {
 public:
+    // The record of the node.
     [[nodiscard]] virtual graph_ptr<INodeImpl> get_node_impl() const = 0;
+    // All zero until they are set.
     [[nodiscard]] virtual size<double> get_size() const = 0;
     virtual void set_size(const size<double>& value) = 0;
     [[nodiscard]] virtual point<double> get_position() const = 0;
@@ -31,14 +33,17 @@ public:
 // source to target.
 class NODELINE_API IEdgeVis : public Countable {
 public:
+    // The record of the edge.
     [[nodiscard]] virtual graph_ptr<IEdgeImpl> get_edge_impl() const = 0;
     // The whole route as one set: up through the owners of the source, then down to the target.
     virtual graph_ptr<NodeImplSet> get_break_nodes() = 0;
+    // Forgets the whole route.
     virtual void remove_break_nodes() = 0;
     // The live set of one owner; asking makes an empty one.
     virtual graph_ptr<NodeImplSet> get_break_nodes_in(int owner_id) = 0;
     // Appends `count` new break nodes at (0, 0); a count below 1 does nothing.
     virtual void add_break_nodes_in(int owner_id, int count) = 0;
+    // Forgets the stretch of one owner.
     virtual void remove_break_nodes_in(int owner_id) = 0;
 };
 
@@ -85,15 +90,19 @@ public:
 // A number that goes up whenever anything that hit tests depend on may have changed.
 class NODELINE_API Revision : public Countable {
 public:
+    // To be called after each such change.
     void Advance() noexcept { ++value_; }
+    // To be compared with earlier values of the same object alone.
     [[nodiscard]] unsigned long long value() const noexcept { return value_; }
 
 private:
     unsigned long long value_ = 0;
 };
 
+// The stock position and size of a node that is no break node.
 class NODELINE_API DefaultNodeVis : public INodeVis {
 public:
+    // `revision`, which is not null, advances with each change.
     DefaultNodeVis(graph_ptr<INodeImpl> impl, graph_ptr<Revision> revision)
         : impl_(std::move(impl)), revision_(std::move(revision)) {}
 
