@@ -15,12 +15,16 @@ namespace nodeline {
 // The operations of a handler that concern its look. They mean what they mean in `INodeHandler`.
 class NODELINE_API INodeDrawer {
 public:
+    // The size of the node without regard to what it owns, and around a graph that is `inner`
+    // large.
     virtual size<double> GetSize(Node node) = 0;
     virtual NodeFrame GetSize(Node node, size<double> inner) = 0;
+    // Paints the node itself, without what it owns.
     virtual void Draw(Node node, IPainter* painter) = 0;
     // The painter to measure captions with while nothing is painted. Not owned; null for none.
     virtual void SetIPainter(IPainter* painter) = 0;
     [[nodiscard]] virtual IPainter* GetIPainter() const = 0;
+    // The scale of the viewer, in pixels per logical unit.
     virtual void SetZoomFactor(double factor) = 0;
     virtual ~INodeDrawer() = default;
 };
@@ -68,6 +72,7 @@ struct NODELINE_API CNodeDrawInfo {
     int pen_width = 1;
     // The caption font at a zoom factor of 1: the host's default face at 8 points.
     paintcore::font font{"", paintcore::FontHostDefault, 8, 0, 0, 1.0};
+    // The colour of the caption, and of the outline.
     paintcore::_color text_color{0, 0, 0};
     paintcore::_color border_color{0, 0, 0};
     // The gradient, from top to bottom.
@@ -83,6 +88,7 @@ struct NODELINE_API CNodeDrawInfo {
     int max_caption_length = 24;
     // Every node is as wide as the longest caption that counts.
     bool fixed_width = false;
+    // The scale of the viewer, in pixels per logical unit; above 0.
     double zoom_factor = 1.0;
     // The painter to measure and draw with; not owned, and null at first.
     IPainter* painter = nullptr;

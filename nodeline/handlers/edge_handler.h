@@ -45,6 +45,8 @@ public:
     virtual int HandleOnTooltip(Edge edge, CGraphTooltipEvent* event);
     virtual int HandleOnTooltipTrack(Edge edge, CGraphTooltipEvent* event);
 
+    // A slot gets the handler's own copy of the edge: what it assigns is seen by the slots after it
+    // and by nobody else.
     signal_t<Edge&, double, double, int, MouseButton> OnButtonDown;
     signal_t<Edge&, double, double, int, MouseButton> OnButtonUp;
     signal_t<Edge&, double, double, int, MouseButton> OnMouseMove;
@@ -52,6 +54,7 @@ public:
     signal_t<Edge&, double, double, int, MouseButton> OnClick;
     // Raised for clicks and double clicks alike.
     signal_t<Edge&, double, double, int, MouseButton> OnDoubleClick;
+    // Raised by the reactions of the same name.
     signal_t<Edge&> OnMouseHover;
     signal_t<Edge&> OnMouseLeave;
     signal_t<Edge&, CGraphTooltipEvent*> OnTooltip;

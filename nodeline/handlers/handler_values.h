@@ -30,6 +30,7 @@ struct NodeFrame {
     // Where the inner graph starts.
     point<double> start;
 
+    // Member by member.
     friend bool operator==(const NodeFrame&, const NodeFrame&) = default;
 };
 
@@ -45,7 +46,9 @@ struct CGraphTooltipEvent {
     rectangle<double> tipRect;
     // UTF-8; an empty text shows no tooltip.
     std::string text;
+    // Handed on to hosts that know styles of tooltips.
     int style = 0;
+    // The look; see above.
     paintcore::_color textColor;
     paintcore::_color backColor;
     paintcore::font font;

@@ -56,8 +56,9 @@ public:
     virtual int HandleMouseLeave(Node node);
     virtual int HandleOnTooltip(Node node, CGraphTooltipEvent* event);
     virtual int HandleOnTooltipTrack(Node node, CGraphTooltipEvent* event);
-    // The node lies in the rectangle that the user has drawn, `rect`.
+    // The node is among what the user selects with the rectangle `rect`.
     virtual int HandleOnSelectRect(Node node, rectangle<double> rect);
+    // A context menu is wanted at the point.
     virtual int HandleContextMenu(Node node, double x, double y);
 
     // Tells the scale of the viewer, in pixels per logical unit, before each `Draw`. A handler that
@@ -73,6 +74,7 @@ public:
     signal_t<Node&, double, double, int, MouseButton> OnClick;
     // Raised for double clicks and, unless the handler raises `OnClick`, for each click.
     signal_t<Node&, double, double, int, MouseButton> OnDoubleClick;
+    // Raised by the reactions of the same name.
     signal_t<Node&> OnMouseHover;
     signal_t<Node&> OnMouseLeave;
     signal_t<Node&, CGraphTooltipEvent*> OnTooltip;

@@ -20,8 +20,8 @@ namespace internal {
 class StableEngine;
 }
 
-// One object may serve any number of graphs and owners on one thread at a time. What it remembers
-// lies with the graph, and goes with it.
+// A layout that keeps to the picture it has made. One object may serve any number of graphs and
+// owners on one thread at a time. What it remembers lies with the graph, and goes with it.
 class NODELINE_API StableLayout final : public ILayout {
 public:
     // Lengths are in logical units.
@@ -40,6 +40,7 @@ public:
         double reach = 120.0;
     };
 
+    // With the options as they are at first, or with others.
     StableLayout();
     explicit StableLayout(const Options& options);
     ~StableLayout() override;

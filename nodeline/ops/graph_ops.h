@@ -109,16 +109,20 @@ template <class F>
 struct ProcessOutgoingEdges {
     F f;
 
+    // By rising edge id. `f` may not add or remove edges that leave the node.
     void operator()(const Node& node) {
         const EdgeSet edges = node.GetEdgesOut();
         for (int i = 0; i < edges.GetCount(); ++i) f(edges.GetItem(i));
     }
 };
+// Deduces `F` from the function.
 template <class F>
 ProcessOutgoingEdges(F) -> ProcessOutgoingEdges<F>;
 
-// The root of the node's graph; works for break nodes too.
+// The root of the node's graph; works for break nodes too. An empty handle for a node that was
+// removed.
 [[nodiscard]] NODELINE_API Node GetRoot(Node node);
+// Whether the node is the root of its graph. It may not be empty.
 [[nodiscard]] NODELINE_API bool IsRoot(Node node);
 
 // ---------------------------------------------------------------------------------------------
