@@ -20,12 +20,15 @@ namespace nodeline {
 
 using paintcore::CTooltipEvent;
 using viewkit::CVisualElement;
+// The tracker of a drag that pans or moves a node; it shows nothing.
 using DragTracker = viewkit::CRubberRect<viewkit::DummyDrawer>;
+// The outline that the user draws around what to zoom to or to select.
 using ZoomRect = viewkit::CRubberRectEx<viewkit::FocusRectDrawer>;
 
 // What a finished rubber rectangle does.
 enum RubberMode { RubberZoom = 0, RubberSelect = 1 };
 
+// An element that shows one graph: a viewer of it, and a scroll model for either axis.
 class NODELINE_API CContent : public IViewer,
                               public viewkit::CCentralPart,
                               public IVertSimpleScrollModel,
@@ -75,6 +78,7 @@ public:
     void SetVertMeasure(std::pair<double, int> measure) override;
     [[nodiscard]] std::pair<double, int> GetVertMeasure() const override;
 
+    // As the last argument of the constructor, from the next paint on.
     virtual void SetNeedCoordSystem(bool need);
     // The rubber rectangle scrolls the same models.
     void SetHorzScroll(viewkit::IScrollModel* model) override;

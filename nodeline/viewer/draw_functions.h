@@ -17,6 +17,7 @@ struct NODELINE_API DrawNode {
     IPainter* painter = nullptr;
     double zoom = 1.0;
 
+    // `painter` must be set, and `node` must not be empty.
     void operator()(Node node) const;
 };
 
@@ -25,6 +26,7 @@ struct NODELINE_API DrawEdge {
     IPainter* painter = nullptr;
     double zoom = 1.0;
 
+    // `painter` must be set, and `edge` must not be empty.
     void operator()(Edge edge) const;
 };
 
@@ -40,6 +42,7 @@ struct NODELINE_API CollectEdgesInNodes {
     std::vector<Edge> edges;
     graph_ptr2<Graph> graph;
 
+    // Appends to `edges`. `graph` must be set, to that of the node.
     void operator()(Node node);
 };
 

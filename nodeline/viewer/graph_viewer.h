@@ -14,11 +14,13 @@ namespace nodeline {
 // A `CContent` in a scroll box. It keeps its default node handler from one graph to the next.
 class NODELINE_API CGraphViewer : public IViewer, public CVisualElement {
 public:
+    // Fills what `parent` has left. The other arguments are those of the surface.
     CGraphViewer(CVisualElement* parent, graph_ptr2<Graph> graph, bool needCoordSystem);
     // Shows an empty graph.
     CGraphViewer(CVisualElement* parent, size<int> initial, viewkit::Alignment alignment);
     ~CGraphViewer() override;
 
+    // As a viewer: see `CContent`.
     void SetStartX(double x) override;
     void SetStartY(double y) override;
     void SetScale(double scale) override;
@@ -34,6 +36,7 @@ public:
     bool RecalculateLayout() override;
     // As `SetGraph`, but the graph stays as it has been laid out, and keeps its node handler.
     void ShowGraph(graph_ptr2<Graph> graph);
+    // As the last argument of the first constructor, from the next paint on.
     virtual void SetNeedCoordSystem(bool need);
 
     // Bars as needed, or never. Without them the view still scrolls by keys and drags.

@@ -26,6 +26,7 @@ public:
     // For overviews of applications; those of the library never emit it.
     signal_t<> OnChangeOverview;
 
+    // The viewer whose graph and view are shown; not owned.
     virtual void SetViewer(IViewer* viewer) = 0;
     [[nodiscard]] virtual IViewer* GetViewer() const = 0;
     // Forward to the viewer.
@@ -35,8 +36,9 @@ public:
     virtual void SetViewHeight(double height) = 0;
 };
 
-// Dragging the rectangle moves the view, dragging one of its edges sets the viewer's scale. The
-// arrow keys move the view by ten units. The options make more of both, and are off at first.
+// The stock overview. Dragging the rectangle moves the view, dragging one of its edges sets the
+// viewer's scale. The arrow keys move the view by ten units. The options make more of both, and are
+// off at first.
 class NODELINE_API COverviewContent : public IOverview, public viewkit::CCentralPart {
 public:
     // The viewer is not owned and must not be null. It outlives the overview, or another one is set
@@ -67,6 +69,7 @@ public:
     [[nodiscard]] double GetOverviewScale() const { return overview_scale_; }
     // The visible rectangle of the viewer.
     [[nodiscard]] const rectangle<double>& GetViewRect() const { return view_rect_; }
+    // What takes the drags: a child of the overview, which is on at first.
     [[nodiscard]] viewkit::CRubberRect<viewkit::DummyDrawer>* GetTracker() const {
         return tracker_;
     }

@@ -24,6 +24,7 @@ namespace viewkit {
 template <class D>
 class NODELINE_API CRubberRect : public CVisualElement, public D {
 public:
+    // A child of `parent`, which may be null and owns it.
     explicit CRubberRect(CVisualElement* parent);
 
     // The press point, twice.
@@ -38,7 +39,7 @@ public:
     // Off at first. A running drag is left alone.
     void Enable(bool on) { enabled_ = on; }
     [[nodiscard]] bool IsEnabled() const { return enabled_; }
-    // A drag is running; the pointer has moved in it.
+    // Whether a drag is running, and whether the pointer has moved in it.
     [[nodiscard]] bool IsPressed() const { return pressed_; }
     [[nodiscard]] bool IsActive() const { return active_; }
     // Restricts the axes; null stands for no restriction.
@@ -83,6 +84,7 @@ private:
 template <class D>
 class NODELINE_API CRubberRectEx : public CCentralPart, public D {
 public:
+    // As above.
     explicit CRubberRectEx(CVisualElement* parent);
 
     // The press point, twice.

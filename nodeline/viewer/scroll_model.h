@@ -31,6 +31,7 @@ public:
     void SetMeasure(std::pair<double, int> measure) override { SetHorzMeasure(measure); }
     [[nodiscard]] std::pair<double, int> GetMeasure() const override { return GetHorzMeasure(); }
 
+    // The operations of `IScrollModel` for this axis.
     [[nodiscard]] virtual double GetHorzFrom() const = 0;
     [[nodiscard]] virtual double GetHorzTo() const = 0;
     virtual void SetHorzStart(double start) = 0;
@@ -53,6 +54,7 @@ public:
     void SetMeasure(std::pair<double, int> measure) override { SetVertMeasure(measure); }
     [[nodiscard]] std::pair<double, int> GetMeasure() const override { return GetVertMeasure(); }
 
+    // The operations of `IScrollModel` for this axis.
     [[nodiscard]] virtual double GetVertFrom() const = 0;
     [[nodiscard]] virtual double GetVertTo() const = 0;
     virtual void SetVertStart(double start) = 0;

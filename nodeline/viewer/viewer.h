@@ -33,9 +33,11 @@ public:
     virtual void SetGraph(graph_ptr2<Graph> graph) = 0;
     // The handler of all nodes of the graph that have none of their own.
     virtual void SetDefaultNodeHandler(graph_ptr2<INodeHandler> handler) = 0;
+    // In pixels to the unit; above 0.
     [[nodiscard]] virtual double GetScale() const = 0;
     // Never null.
     [[nodiscard]] virtual graph_ptr2<Graph> GetGraph() const = 0;
+    // The left and the top edge of the view.
     [[nodiscard]] virtual double GetStartX() const = 0;
     [[nodiscard]] virtual double GetStartY() const = 0;
     // Emits `OnChangeView`, and asks for what has changed to be painted, or with `invalidate` for
