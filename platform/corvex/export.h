@@ -5,6 +5,7 @@
 // defined and the mark is empty.
 #pragma once
 
+// Stands before the name of a class, or before a function.
 #if defined(NODELINE_STATIC)
 #define NODELINE_API
 #else

@@ -25,6 +25,7 @@ private:
 // Holds a lock for the length of a scope. Does not own the lock, which has to outlive the guard.
 class mutex_guard_t {
 public:
+    // Takes the lock, and the destructor gives it back.
     explicit mutex_guard_t(mutex_t& mutex) : mutex_(&mutex) { mutex_->acquire(); }
     ~mutex_guard_t() { mutex_->release(); }
     mutex_guard_t(const mutex_guard_t&) = delete;

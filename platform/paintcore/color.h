@@ -5,6 +5,7 @@
 
 namespace paintcore {
 
+// A value of one byte per channel, which may also be no colour at all.
 class NODELINE_API _color {
 public:
     // No colour at all: every byte is 0 and `flag` is 1.
@@ -18,6 +19,7 @@ public:
           blue(static_cast<unsigned char>(b)),
           alpha(static_cast<unsigned char>(a)) {}
 
+    // Byte by byte: no colour at all is not the same as a transparent black.
     friend constexpr bool operator==(const _color&, const _color&) = default;
 
     // The colour as lightness and saturation, from 0 to 1, and hue, in degrees from 0 to below 360.
@@ -33,6 +35,7 @@ public:
     // alpha stay. This is how whatever is hovered or marked lights up.
     [[nodiscard]] _color Lightened() const;
 
+    // From 0 to 255.
     unsigned char red = 0;
     unsigned char green = 0;
     unsigned char blue = 0;

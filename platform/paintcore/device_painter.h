@@ -29,8 +29,11 @@ struct TextLine {
     bool centred = false;
 };
 
+// Makes of the operations of the interface what a backend draws: polylines, polygons, boxes,
+// gradients and lines of text.
 class NODELINE_API DevicePainter : public StatePainter {
 public:
+    // The short forms of the interface.
     using IPainter::FillRect;
     using IPainter::GetTextSize;
     using IPainter::Rectangle;
@@ -61,11 +64,13 @@ protected:
     [[nodiscard]] virtual size<double> MeasureText(const font& f, std::string_view text) = 0;
     // A polyline of at least two points in the current pen, whose style is not 0.
     virtual void StrokePolyline(const std::vector<point<double>>& points) = 0;
+    // At least three points, of which the last is joined to the first.
     virtual void FillPolygon(const std::vector<point<double>>& points, const _color& color) = 0;
     // A box with corners of the radii `radii`, filled with the current brush and then outlined with
     // the current pen, as asked; at least one of the two is.
     virtual void DrawBox(const rectangle<double>& box, const size<double>& radii, bool fill,
                          bool outline) = 0;
+    // Fills a box with a gradient from top to bottom.
     virtual void DrawGradient(const rectangle<double>& box, const _color& top,
                               const _color& bottom) = 0;
     // In the current font and text colour.

@@ -12,8 +12,8 @@ struct point {
     T x{};
     T y{};
 
+    // Coordinate by coordinate.
     friend constexpr bool operator==(const point&, const point&) = default;
-
     friend constexpr point operator+(const point& a, const point& b) {
         return {static_cast<T>(a.x + b.x), static_cast<T>(a.y + b.y)};
     }
@@ -33,6 +33,7 @@ struct size {
     T cx{};
     T cy{};
 
+    // Member by member.
     friend constexpr bool operator==(const size&, const size&) = default;
 };
 
@@ -45,6 +46,7 @@ struct rectangle {
     T right{};
     T bottom{};
 
+    // As they were written: the same area with other corners is not equal.
     friend constexpr bool operator==(const rectangle&, const rectangle&) = default;
 };
 

@@ -41,6 +41,7 @@ struct CoordInfo {
     point<int> device_origin{0, 0};
     size<int> device_extent{1, 1};
 
+    // Member by member.
     friend bool operator==(const CoordInfo&, const CoordInfo&) = default;
 };
 
@@ -76,11 +77,13 @@ public:
     // Closes the bracket; what was drawn is then complete. Does nothing without a bracket.
     virtual void EndPaint() = 0;
 
+    // The style of what follows, until it is set anew or set back.
     virtual void SetPen(const pen& p) = 0;
     virtual void SetBrush(const brush& b) = 0;
     virtual void SetFont(const font& f) = 0;
     // The size of the arrowheads that follow, in pixels: from base to tip, and across the base.
     virtual void SetArrowSize(int length, int width) = 0;
+    // The colour of texts that follow.
     virtual void SetTextColor(const _color& color) = 0;
 
     // True between `BeginPaint` and `EndPaint`.
@@ -148,6 +151,7 @@ public:
 // The colours of the host, by number.
 class NODELINE_API SysPalette {
 public:
+    // How many colours there are; their numbers begin with 0.
     static constexpr int kSize = 16;
     // The number of the background of a surface.
     static constexpr int kBackground = 3;

@@ -9,6 +9,7 @@
 
 namespace paintcore {
 
+// Keeps what has been set, and maps coordinates by it.
 class NODELINE_API StatePainter : public IPainter {
 public:
     // A fresh painter has the standard settings, no bracket and an empty paint rectangle.
@@ -38,6 +39,7 @@ public:
     void SetDevicePaintRect(const rectangle<double>& pixels);
 
 protected:
+    // What was set last, or the standard. The size of arrowheads has the length as its `cx`.
     [[nodiscard]] const pen& GetPen() const { return pen_; }
     [[nodiscard]] const brush& GetBrush() const { return brush_; }
     [[nodiscard]] const font& GetFont() const { return font_; }
@@ -48,8 +50,9 @@ protected:
 
     // Pixels per logical unit; neither is 0.
     [[nodiscard]] size<double> GetScale() const { return scale_; }
+    // Logical coordinates in pixels.
     [[nodiscard]] point<double> ToDevice(double x, double y) const;
-    // Sorts the corners.
+    // The same, with sorted corners.
     [[nodiscard]] rectangle<double> ToDevice(const rectangle<double>& r) const;
 
 private:

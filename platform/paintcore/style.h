@@ -19,6 +19,7 @@ struct pen {
     // Corners of lines: 0 pointed, 1 round, 2 cut off.
     int join = 0;
 
+    // Member by member.
     friend bool operator==(const pen&, const pen&) = default;
 };
 
@@ -28,6 +29,7 @@ struct brush {
     // 0 does not fill, 1 fills with the colour.
     int style = 0;
 
+    // Member by member.
     friend bool operator==(const brush&, const brush&) = default;
 };
 
@@ -49,6 +51,7 @@ struct font {
     // A factor on `size`.
     double scale = 1.0;
 
+    // Member by member: two names of one family are not equal.
     friend bool operator==(const font&, const font&) = default;
 };
 

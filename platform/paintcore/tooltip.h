@@ -20,7 +20,9 @@ struct CTooltipEvent {
     rectangle<int> tipRect;
     // UTF-8; an empty text shows no tooltip.
     std::string text;
+    // Handed on to hosts that know styles of tooltips.
     int style = 0;
+    // The look; see above.
     _color textColor;
     _color backColor;
     paintcore::font font;

@@ -9,13 +9,14 @@
 
 namespace viewkit {
 
-// The pixel (0, 0) of the element is the logical point at which the models start, and their
-// measures are the scale. An axis without a model starts at 0, at one pixel to the unit.
+// An element over a logical plane. Its pixel (0, 0) is the logical point at which the models start,
+// and their measures are the scale. An axis without a model starts at 0, at one pixel to the unit.
 //
 // While the scale stays and the start moves by whole pixels, what was painted is moved along, and
 // only what that uncovers is painted anew.
 class NODELINE_API CCentralPart : public CVisualElement {
 public:
+    // As an element; it has no models at first.
     CCentralPart(CVisualElement* parent, const size<int>& initial, Alignment alignment);
 
     // The models are not owned; null takes one away.

@@ -13,6 +13,7 @@
 
 namespace viewkit {
 
+// Hands on what happens in one window to the elements that it is for.
 class NODELINE_API CControl {
 public:
     // `window` is not owned and outlives the control. The root covers the window.
@@ -21,6 +22,7 @@ public:
     CControl(const CControl&) = delete;
     CControl& operator=(const CControl&) = delete;
 
+    // Null while the control is being destroyed.
     [[nodiscard]] IWindow* GetWindow() const { return window_; }
     // Owned by the control.
     [[nodiscard]] CVisualElement* GetRoot() const { return root_.get(); }
@@ -33,6 +35,7 @@ public:
     bool MouseMove(int x, int y, int keys, MouseButton button);
     // The pointer has left the window.
     void MouseLeave();
+    // Wheel and menu go to the element at the pixel, keys and characters to the one with the focus.
     bool MouseWheel(int x, int y, int keys, double notches, bool horizontal);
     bool ContextMenu(int x, int y);
     bool KeyDown(int keys, int code);
@@ -41,14 +44,19 @@ public:
     // `event->pos` is in pixels of the window; on return it and the rectangles are so again.
     bool Tooltip(CTooltipEvent* event);
     bool TooltipTrack(CTooltipEvent* event);
+    // Whether what is being dragged may be dropped at the pixel; then, that it was dropped there.
     bool DragOver(int x, int y);
     bool DragDrop(int x, int y);
+    // The window has lost the focus.
     void LoseFocus();
     // The window system has taken the pointer away.
     void LoseCapture();
+    // The repeat timer of the window has struck.
     void Timer();
+    // The window has another size, in pixels.
     void Resize(const size<int>& extent);
 
+    // Who holds the mouse, and who has the focus; null for nobody.
     [[nodiscard]] CVisualElement* GetCaptured() const { return captured_; }
     [[nodiscard]] CVisualElement* GetFocused() const { return focused_; }
     // The deepest visible element at a pixel of the window; null outside of the window.
@@ -56,6 +64,7 @@ public:
 
     // Whether anything has asked for a paint since the last one.
     [[nodiscard]] bool IsPaintPending() const { return pending_; }
+    // Whether `Paint` is running.
     [[nodiscard]] bool IsPainting() const { return painting_; }
     // Brings the tree up to date: opens a bracket on `painter`, has every visible element draw
     // what is not valid any more, parents before children, and closes the bracket. Pixels of the
@@ -70,6 +79,7 @@ public:
     // The picture of the window has been lost.
     void InvalidateAll();
 
+    // For a `Watch`.
     [[nodiscard]] std::weak_ptr<const void> GetLife() const { return life_.Get(); }
 
 private:

@@ -2,9 +2,11 @@
 //
 //   class Clock : public CVisualElement {
 //   public:
-//       explicit Clock(CVisualElement* parent) : CVisualElement(parent, {80, 20}, Alignment::Top)
-//       {} void DrawContent(IPainter* painter) override;
+//       explicit Clock(CVisualElement* parent);
+//       void DrawContent(IPainter* painter) override;
 //   };
+//
+//   Clock::Clock(CVisualElement* parent) : CVisualElement(parent, {80, 20}, Alignment::Top) {}
 //
 //   new Clock(window.GetRoot());  // owned by its parent
 //
@@ -57,8 +59,9 @@ enum class UpdateType {
     Content = 2
 };
 
-// Pixels of an event are those of the element, from (0, 0) at its top left corner; they may lie
-// outside while the element has captured the mouse. `keys` is a word of `paintcore::KeyState` bits.
+// The base of all that a window shows. Pixels of an event are those of the element, from
+// (0, 0) at its top left corner; they may lie outside while the element has captured the mouse.
+// `keys` is a word of `paintcore::KeyState` bits.
 //
 // An element may be destroyed from within any of its events, and so may its parent or its window.
 // Whoever calls out and goes on afterwards keeps a `Watch`.
@@ -72,6 +75,7 @@ public:
     CVisualElement(const CVisualElement&) = delete;
     CVisualElement& operator=(const CVisualElement&) = delete;
 
+    // Null for the root of a window and for an element outside of the tree.
     [[nodiscard]] CVisualElement* GetParent() const { return parent_; }
     // In order of drawing, the topmost last.
     [[nodiscard]] const std::vector<CVisualElement*>& GetChildren() const { return children_; }
@@ -81,6 +85,7 @@ public:
     // The dispatcher of the window that the element is in; null outside of windows.
     [[nodiscard]] CControl* GetControl() const;
 
+    // Setting it has the parent place its children anew.
     [[nodiscard]] Alignment GetAlignment() const { return alignment_; }
     void SetAlignment(Alignment alignment);
     // The outer rectangle, in pixels of the parent.
@@ -154,12 +159,17 @@ public:
     // The second argument is the code of the key: 37 left, 38 up, 39 right, 40 down.
     virtual bool HandleKeyDown(int keys, int code);
     virtual bool HandleKeyUp(int keys, int code);
+    // A printable character of ASCII was typed.
     virtual bool HandleChar(char c);
+    // Fill in the tooltip for where the pointer rests, and anew while one is shown.
     virtual bool HandleOnTooltip(CTooltipEvent* event);
     virtual bool HandleOnTooltipTrack(CTooltipEvent* event);
+    // A context menu is wanted.
     virtual bool HandleContextMenu(int x, int y);
+    // Whether what is being dragged may be dropped at the pixel; then, that it was dropped there.
     virtual bool HandleDragOver(int x, int y);
     virtual bool HandleDragDrop(int x, int y);
+    // The element has got the focus, or lost it.
     virtual void HandleGetFocus();
     virtual void HandleLostFocus();
     // Another element, or another program, has taken the mouse.
@@ -167,6 +177,7 @@ public:
     // The repeat timer of the window has struck while this element holds the mouse.
     virtual void HandleTimer();
 
+    // For a `Watch`.
     [[nodiscard]] std::weak_ptr<const void> GetLife() const { return life_.Get(); }
 
     // Emitted by the window after a press that was not used up.
@@ -188,6 +199,7 @@ protected:
     virtual void AlignChildren();
     // Draws a child before its siblings from now on.
     void PutToBack(CVisualElement* child);
+    // Makes the element one that is never under the pointer; see `IsCaptureOnly`.
     void SetCaptureOnly() { capture_only_ = true; }
     // Whether all pixels were right when this paint began and nothing has been invalidated since.
     [[nodiscard]] bool HasValidPixels() const { return valid_; }

@@ -13,9 +13,11 @@ namespace viewkit {
 // leaves all of `draw`; an empty `draw` leaves nothing.
 class NODELINE_API CInvalidRegion {
 public:
+    // What of `draw` does not lie in `valid`.
     CInvalidRegion(const paintcore::rectangle<double>& draw,
                    const paintcore::rectangle<double>& valid);
 
+    // From 0 to 4.
     [[nodiscard]] int GetCount() const { return count_; }
     // `index` is below the count.
     [[nodiscard]] const paintcore::rectangle<double>& operator[](int index) const {

@@ -7,13 +7,14 @@
 
 namespace viewkit {
 
-// The thumb can be dragged; the trough pages by a view less a tenth; an arrow steps by the least
-// distance of the model. What is held repeats.
+// The bar of one axis. The thumb can be dragged; the trough pages by a view less a tenth; an arrow
+// steps by the least distance of the model. What is held repeats.
 class NODELINE_API CScrollBar : public CVisualElement {
 public:
     // The width of a vertical bar, in pixels.
     static constexpr int kThickness = 14;
 
+    // A bar without a model, which `parent` places by `SetPos`.
     CScrollBar(CVisualElement* parent, bool vertical);
 
     // The ground of all bars, light or dark as the background of the palette is.
@@ -42,8 +43,11 @@ public:
     struct Thumb {
         int from = 0;
         int to = 0;
+
+        // Member by member.
         friend bool operator==(const Thumb&, const Thumb&) = default;
     };
+    // Empty without a model and where the trough has no room for one.
     [[nodiscard]] Thumb GetThumb() const;
 
 private:

@@ -26,10 +26,11 @@ enum ScrollBarMode { ScrollBarAsNeeded = 0, ScrollBarNever = 2 };
 inline constexpr double kMinWheelScale = 0.01;
 inline constexpr double kMaxWheelScale = 32.0;
 
-// The wheel scrolls vertically, with shift horizontally, and with control it zooms about the
-// pointer: the logical point there stays where it is.
+// An element that scrolls another one. The wheel scrolls vertically, with shift horizontally, and
+// with control it zooms about the pointer: the logical point there stays where it is.
 class NODELINE_API CScrollBox : public CVisualElement {
 public:
+    // As an element; it has neither models nor a pane at first.
     CScrollBox(CVisualElement* parent, const size<int>& initial, Alignment alignment);
     ~CScrollBox() override;
 
@@ -44,6 +45,7 @@ public:
     void SetHorzBarMode(int mode);
     [[nodiscard]] int GetVertBarMode() const { return vert_mode_; }
     [[nodiscard]] int GetHorzBarMode() const { return horz_mode_; }
+    // Children of the box, which live as long as it does.
     [[nodiscard]] CScrollBar* GetVertBar() const { return vert_bar_; }
     [[nodiscard]] CScrollBar* GetHorzBar() const { return horz_bar_; }
 

@@ -23,10 +23,12 @@ public:
     [[nodiscard]] virtual double GetStart() const = 0;
     // The step of an arrow of a scroll bar, in pixels.
     [[nodiscard]] virtual int GetMinScrollDistance() const = 0;
-    // Whether all steps have one size; then what it is at a coordinate, in logical units.
+    // Whether all steps have one size.
     [[nodiscard]] virtual bool IsFixedStepSize() const = 0;
+    // The size of the step at a coordinate, in logical units.
     [[nodiscard]] virtual double GetStepSize(double at) const = 0;
     virtual void SetStepSize(double at, double step) const = 0;
+    // The scale of the axis; both numbers are above 0.
     virtual void SetMeasure(std::pair<double, int> measure) = 0;
     [[nodiscard]] virtual std::pair<double, int> GetMeasure() const = 0;
     // Whether the view stands on whole steps only.

@@ -13,16 +13,19 @@ namespace viewkit {
 class LifeMark {
 public:
     LifeMark() : mark_(std::make_shared<char>()) {}
+    // A copy marks a life of its own, and an assignment changes neither.
     LifeMark(const LifeMark&) : LifeMark() {}
     LifeMark& operator=(const LifeMark&) { return *this; }
 
+    // Expires when the mark is destroyed.
     [[nodiscard]] std::weak_ptr<const void> Get() const { return mark_; }
 
 private:
     std::shared_ptr<const void> mark_;
 };
 
-// `T` has a `GetLife()` that answers the weak pointer of its mark.
+// A pointer that is null once its object is gone. `T` has a `GetLife()` that answers the weak
+// pointer of its mark.
 template <class T>
 class Watch {
 public:
@@ -32,6 +35,7 @@ public:
         if (object != nullptr) life_ = object->GetLife();
     }
 
+    // The object, and whether it is still there.
     [[nodiscard]] T* get() const { return life_.expired() ? nullptr : object_; }
     explicit operator bool() const { return get() != nullptr; }
 

@@ -7,6 +7,7 @@
 
 namespace viewkit {
 
+// The shape of the pointer over a window.
 enum class Cursor {
     Arrow = 0,
     Hand = 1,
@@ -36,6 +37,7 @@ public:
     // uncovers is undefined. `area` may reach beyond the window, where there are none. False if the
     // window cannot: then everything is painted anew.
     virtual bool MovePixels(const paintcore::rectangle<int>& area, int dx, int dy) = 0;
+    // Shows a cursor until the next call or `RestoreCursor`.
     virtual void SetCursor(Cursor cursor) = 0;
     // Goes back to the cursor that stood before the last `SetCursor`.
     virtual void RestoreCursor() = 0;

@@ -11,17 +11,20 @@ namespace viewkit {
 // and calls `PaintPending` when it is idle.
 class NODELINE_API WindowBase : public IWindow {
 public:
+    // A window of this size, in pixels, that shows nothing yet.
     explicit WindowBase(const size<int>& extent);
     ~WindowBase() override;
     WindowBase(const WindowBase&) = delete;
     WindowBase& operator=(const WindowBase&) = delete;
 
+    // The dispatcher of the window, for every single event.
     [[nodiscard]] CControl& GetControl() { return *control_; }
     // The parent for what the window is to show.
     [[nodiscard]] CVisualElement* GetRoot() { return control_->GetRoot(); }
 
     // Paints if anything has asked for it. True if there was a paint.
     bool PaintPending();
+    // Gives the window, and with it the elements, another size in pixels.
     virtual void Resize(const size<int>& extent);
 
     [[nodiscard]] rectangle<int> GetRect() const override;
@@ -29,10 +32,13 @@ public:
     void RequestPaint(const rectangle<int>& area) override;
     void SetCursor(Cursor cursor) override;
     void RestoreCursor() override;
+    // The cursor that is shown.
     [[nodiscard]] Cursor GetCursor() const { return cursor_; }
     void SetRepeatTimer(int milliseconds) override;
+    // In milliseconds; 0 while it stands still.
     [[nodiscard]] int GetRepeatTimer() const { return timer_; }
 
+    // For a `Watch`.
     [[nodiscard]] std::weak_ptr<const void> GetLife() const { return life_.Get(); }
 
 protected:
