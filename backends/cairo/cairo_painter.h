@@ -19,6 +19,7 @@ enum class EdgeMode {
     kAligned
 };
 
+// Draws on a Cairo context, whatever that writes to.
 class NODELINE_API CairoPainter : public MeasuringPainter {
 public:
     // Pixels of the painter are units of `context`, of which the painter keeps a reference.

@@ -16,7 +16,8 @@
 
 namespace nodeline::cairo {
 
-// The image is kept from paint to paint, and what scrolls is moved in it.
+// A window whose screen is an image. It is kept from paint to paint, and what scrolls is moved in
+// it.
 class NODELINE_API ImageWindow : public viewkit::WindowBase {
 public:
     // Sides below 1 count as 1.

@@ -15,12 +15,14 @@
 
 namespace nodeline::cairo {
 
-// Also what the other painters of this backend derive from. It is used on the thread that made it.
+// Measures texts and draws nothing; the other painters of this backend derive from it. It is used
+// on the thread that made it.
 class NODELINE_API MeasuringPainter : public paintcore::DevicePainter {
 public:
     MeasuringPainter();
 
 protected:
+    // That of the thread that made the painter.
     [[nodiscard]] TextEngine& GetTextEngine() const { return text_engine_; }
 
     [[nodiscard]] paintcore::size<double> MeasureText(const paintcore::font& f,

@@ -2,7 +2,7 @@
 //
 //   auto picture = MakePicture(PictureFormat::kSvg, graph->GetRoot().GetSize(), 1.0, &error);
 //   if (picture == nullptr) return Fail(error);
-//   picture->Draw([&](paintcore::IPainter& painter) { DrawGraph(graph, painter); });
+//   picture->Draw([&](paintcore::IPainter& painter) { DrawGraph(graph, &painter, 1.0); });
 //   if (!picture->Save("graph.svg", &error)) return Fail(error);
 #pragma once
 
@@ -19,6 +19,7 @@
 
 namespace nodeline::cairo {
 
+// The format of a picture.
 enum class PictureFormat { kSvg, kPdf, kPng };
 
 // The format that the ending of a file name asks for, in letters of either case.
@@ -63,6 +64,7 @@ public:
     bool WriteTo(std::ostream& out, std::string* error = nullptr);
 
 protected:
+    // `coords` is what `GetCoordInfo` answers.
     explicit Picture(const paintcore::CoordInfo& coords) : coords_(coords) {}
 
 private:

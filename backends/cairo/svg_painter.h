@@ -12,7 +12,8 @@
 
 namespace nodeline::cairo {
 
-// Whatever a text holds, the document stays well-formed.
+// Writes what it is asked to draw as elements of SVG. Whatever a text holds, the document stays
+// well-formed.
 class NODELINE_API SvgPainter : public MeasuringPainter {
 public:
     // The size of the document, in pixels.

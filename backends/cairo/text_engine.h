@@ -25,6 +25,7 @@ struct TextExtent {
     // The first letter that has a direction runs to the left, so the line begins at its right.
     bool is_right_to_left = false;
 
+    // Member by member.
     friend bool operator==(const TextExtent&, const TextExtent&) = default;
 };
 
@@ -36,6 +37,7 @@ struct TextExtent {
 // count as that high.
 [[nodiscard]] NODELINE_API double PixelSize(const paintcore::font& f);
 
+// Finds fonts, and measures and draws texts of one line in them.
 class NODELINE_API TextEngine {
 public:
     // Counts since the engine was made.
@@ -66,11 +68,13 @@ public:
 
     // Draws a text in the source colour of `context`; `origin` is its top left corner in the units
     // of the context. What lies left or right of `clip` may be left out. With `outlines` the glyphs
-    // are filled as shapes, which keeps their distances even on a surface of pixels.
+    // are filled as shapes, which keeps their distances even on a surface of pixels; pictographs
+    // have no shapes, so a text with one is drawn as without.
     void Draw(cairo_t* context, const paintcore::font& f, std::string_view text,
               const paintcore::point<double>& origin, const paintcore::rectangle<double>& clip,
               bool outlines);
 
+    // How well the memory of measures serves, and what it holds.
     [[nodiscard]] Statistics GetStatistics() const;
 
 private:

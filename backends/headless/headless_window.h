@@ -17,6 +17,7 @@
 
 namespace nodeline::headless {
 
+// A window for tests and for programs that nobody watches.
 class NODELINE_API HeadlessWindow : public viewkit::WindowBase {
 public:
     // With a `target`, what is painted also goes there, and texts measure as they do without. The
@@ -36,6 +37,7 @@ public:
     // From one pixel to another, in `steps` moves of about the same length.
     void Drag(const paintcore::point<int>& from, const paintcore::point<int>& to, int steps = 1);
 
+    // The painter of the window, which owns it.
     [[nodiscard]] RecordingPainter& GetRecorder() { return painter_; }
     // What each paint has recorded goes to `listener`, and is forgotten then. Without one, the
     // recorder keeps it.

@@ -1,7 +1,7 @@
 // A painter that draws nothing and writes down what it is asked to draw.
 //
 //   RecordingPainter painter;
-//   viewer_window.Paint(painter);
+//   window.GetControl().Paint(&painter);
 //   EXPECT_EQ(painter.TakeLines().front(), "BeginPaint 3");
 //
 // Each call is one line: the name of the operation and its arguments in their order, parted by
@@ -30,17 +30,21 @@
 
 namespace nodeline::headless {
 
+// Records the operations of a painter, one line each.
 class NODELINE_API RecordingPainter : public paintcore::StatePainter {
 public:
+    // What a code point adds to the width of a text, and the height of every text, in logical
+    // units.
     static constexpr double kCodePointWidth = 6.0;
     static constexpr double kLineHeight = 10.0;
 
+    // The short forms of the interface.
     using IPainter::FillRect;
     using IPainter::GetTextSize;
     using IPainter::Rectangle;
 
-    // What is recorded also goes to `target`, if there is one, except for the measuring of texts:
-    // so a session on a real surface runs with the texts of this painter. The target is not owned
+    // What is recorded also goes to `target`, if there is one, except for the measuring of texts,
+    // so that what follows from their sizes is the same on every surface. The target is not owned
     // and outlives the recorder.
     explicit RecordingPainter(paintcore::IPainter* target = nullptr);
 

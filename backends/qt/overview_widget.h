@@ -11,9 +11,10 @@
 
 namespace nodeline::qt {
 
-// Dragging the rectangle moves the view of the graph widget, dragging one of its edges or corners
-// zooms it, and a press beside it moves it there. After a change of the graph that has more than
-// 2,000 nodes, the nodes are painted again when the view has been still for a tenth of a second.
+// An overview as a widget. Dragging the rectangle moves the view of the graph widget, dragging one
+// of its edges or corners zooms it, and a press beside it moves it there. After a change of the
+// graph that has more than 2,000 nodes, the nodes are painted again when the view has been still
+// for a tenth of a second.
 //
 // Either widget may be destroyed first. Without a graph widget this one shows an empty graph.
 class NODELINE_API OverviewWidget : public QtWindow {

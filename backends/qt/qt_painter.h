@@ -22,9 +22,9 @@ namespace nodeline::qt {
 
 class TextMetrics;
 
-// Pixels of the painter are logical pixels of Qt: on a surface of two device pixels to one they
-// count twice. Edges of boxes, lines and clips are moved to whole device pixels, so that a line of
-// one pixel is not smeared over two.
+// Draws with the means of Qt. Pixels of the painter are logical pixels of Qt: on a surface of two
+// device pixels to one they count twice. Edges of boxes, lines and clips are moved to whole device
+// pixels, so that a line of one pixel is not smeared over two.
 //
 // An empty face is the family of the application's font. Measures of texts are remembered, within a
 // bound, and all painters share them. Used on the interface thread, while there is an application.

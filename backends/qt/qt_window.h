@@ -18,15 +18,16 @@ namespace nodeline::qt {
 
 class WindowImage;
 
-// Elements live in logical pixels of the widget; their picture has as many device pixels as the
-// screen asks for, and is kept from paint to paint. It is brought up to date when the event loop
-// comes to rest, while the widget is visible.
+// A widget that shows a tree of elements. They live in logical pixels of the widget; their picture
+// has as many device pixels as the screen asks for, and is kept from paint to paint. It is brought
+// up to date when the event loop comes to rest, while the widget is visible.
 //
 // The widget may be destroyed from within any event of its elements, and is then left at once.
 class NODELINE_API QtWindow : public QWidget, public viewkit::WindowBase {
     Q_OBJECT
 
 public:
+    // A widget without elements; `parent` may be null.
     explicit QtWindow(QWidget* parent = nullptr);
     ~QtWindow() override;
 
