@@ -29,4 +29,10 @@ for source in examples/*.cpp; do
     check "examples: $name" run_example "$PWD/build/release/examples/$name" "$folder"
     rm -rf "$folder"
 done
+export NODELINE="$PWD/build/release/bin/nodeline"
+for script in examples/*.sh; do
+    folder=$(mktemp -d)
+    check "examples: $(basename "$script")" run_example "$PWD/$script" "$folder"
+    rm -rf "$folder"
+done
 rm -f "$log"
