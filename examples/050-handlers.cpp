@@ -306,7 +306,8 @@ int main() {
     // Events need room between the levels, and so does the caption of a group at its top.
     nodeline::StableLayout::Options options;
     options.level_spacing = 64.0;
-    options.node_spacing = 26.0;
+    options.caption_room = 26.0;
+    options.node_spacing = 18.0;
     options.dummy_spacing = 10.0;
     options.backedge_spacing = 12.0;
     graph->SetDefaultLayout(nodeline::StableLayout::Create(options));

@@ -26,10 +26,16 @@ class NODELINE_API StableLayout final : public ILayout {
 public:
     // Lengths are in logical units.
     struct Options {
+        // Enough above the nodes of an owner for its caption, as the stock handlers draw it.
+        static constexpr double kCaptionRoom = 20.0;
+
         double level_spacing = 30.0;    // between levels
         double node_spacing = 12.0;     // between nodes along a level, and around the drawing
         double dummy_spacing = 2.0;     // between edges along a level
         double backedge_spacing = 5.0;  // width of one lane for an edge that runs backwards
+        // What stays free at the top of each owner but the root, for its caption, if that is more
+        // than `node_spacing`.
+        double caption_room = 0.0;
         // The most sweeps of a `Make` over the levels in search of an order with few crossings, and
         // at least 3. They end before that when they find no better order.
         int sweeps = 5;

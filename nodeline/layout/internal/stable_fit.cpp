@@ -77,7 +77,7 @@ private:
     }
     // The place in a gap that is nearest to `wish`; NaN if the gap is too small.
     [[nodiscard]] double place_in(Vertex v, double wish, double start, double end) const {
-        const double lowest = std::max(start + half(v), run_.settings().node_spacing);
+        const double lowest = std::max(start + half(v), run_.top_margin());
         const double highest = end - (bottom(v, 0.0));
         if (highest < lowest) return std::numeric_limits<double>::quiet_NaN();
         return std::clamp(wish, lowest, highest);
@@ -219,8 +219,7 @@ private:
         look(side);
         if (count == 0 || !run_.is_dummy(v)) look(side == ORDER_IN ? ORDER_OUT : ORDER_IN);
         if (count == 0) {
-            return is_last_ ? run_.settings().node_spacing
-                            : std::numeric_limits<double>::quiet_NaN();
+            return is_last_ ? run_.top_margin() : std::numeric_limits<double>::quiet_NaN();
         }
         const double middle = run_.is_dummy(v) ? 0.0 : 0.5 * at(run_.sizes, v).cy;
         return sum / count - middle;
@@ -274,7 +273,7 @@ private:
     // Stands between the two that are in the way; the drawing opens there later. Its y lies
     // strictly between theirs, so that what is below can be told from what is above.
     void put_between(Vertex v, double wish) {
-        double y = std::max(wish, run_.settings().node_spacing);
+        double y = std::max(wish, run_.top_margin());
         const auto [above, below] = neighbours_of(y);
         const double ceiling = below == kNoVertex ? kEndless : at(run_.y, below);
         if (above == kNoVertex) {

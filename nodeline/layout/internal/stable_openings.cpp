@@ -101,7 +101,7 @@ void move_to_margin(StableRun& run) {
     // What is highest is at the margin to the last bit.
     for (int k = 1; k <= n - 2; ++k) {
         for (const Vertex v : run.level_at(k)) {
-            at(run.y, v) = at(run.y, v) - top + run.settings().node_spacing;
+            at(run.y, v) = at(run.y, v) - top + run.top_margin();
         }
     }
 }

@@ -24,6 +24,8 @@ StableRun::StableRun(const LayoutSettings& settings, const StableLayout::Options
     : LayoutRun(settings, owner, with(std::move(memory.neighbourhood)), local),
       options_(options),
       memory_(memory) {
+    top_margin_ = settings.node_spacing;
+    if (!IsRoot(owner)) top_margin_ = std::max(top_margin_, options_.caption_room);
     number_by_id(memory.nodes, node_places_);
     number_by_id(memory.edges, edge_places_);
     courses.resize(edges.size());

@@ -61,6 +61,8 @@ public:
               const Node& owner, OwnerMemory& memory, LocalInfos& local);
 
     [[nodiscard]] const StableLayout::Options& options() const { return options_; }
+    // What stays free at the top of the owner.
+    [[nodiscard]] double top_margin() const { return top_margin_; }
     // A number for all that a run starts from but its memory: what is there, what is hidden, sizes,
     // widths, and where edges go on inside. As an update without a change moves nothing, a run with
     // the number of the last one need not be made.
@@ -124,6 +126,7 @@ private:
     [[nodiscard]] bool shows(INodeImpl* end, Vertex top) const;
 
     bool has_boxes_ = false;
+    double top_margin_ = 0.0;
 
     StableLayout::Options options_;
     OwnerMemory& memory_;
