@@ -120,7 +120,8 @@ void LaidOutGraph::choose_layout(const std::string& layout) {
     if (layout == "inc") {
         graph_->SetDefaultLayout(IncLayout::Create());
     } else {
-        graph_->SetDefaultLayout(StableLayout::Create());
+        graph_->SetDefaultLayout(
+            StableLayout::Create({.caption_room = StableLayout::Options::kCaptionRoom}));
     }
 }
 

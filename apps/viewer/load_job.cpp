@@ -46,7 +46,8 @@ LoadJob::LoadJob(LoadOptions options, QObject* parent)
     graph_->SetDefaultEdgeHandler(checked_upcast<IEdgeHandler>(handler->edges()));
     ApplyLookTo(graph_, IsDark(QApplication::palette()));
     if (options_.layout == LayoutKind::kStable) {
-        graph_->SetDefaultLayout(checked_upcast<ILayout>(StableLayout::Create()));
+        graph_->SetDefaultLayout(checked_upcast<ILayout>(
+            StableLayout::Create({.caption_room = StableLayout::Options::kCaptionRoom})));
     } else {
         graph_->SetDefaultLayout(checked_upcast<ILayout>(IncLayout::Create()));
     }

@@ -53,7 +53,8 @@ void SetOptions(CContent& content) {
 
 void GiveLookAndLayout(const graph_ptr2<Graph>& graph) {
     if (graph->GetRoot().GetLayout().get() == GetDefaultLayout().get()) {
-        graph->SetDefaultLayout(checked_upcast<ILayout>(StableLayout::Create()));
+        graph->SetDefaultLayout(checked_upcast<ILayout>(
+            StableLayout::Create({.caption_room = StableLayout::Options::kCaptionRoom})));
     }
     if (graph->GetDefaultNodeHandler().get() == GetDefaultNodeHandler().get()) {
         graph->SetDefaultNodeHandler(graph_ptr2<INodeHandler>(new WidgetNodeHandler, true));
