@@ -13,7 +13,7 @@ import sys
 
 COMMENT = re.compile(r"( *)//( ?)(.*)$")
 # A declaration with a remark behind it: a member, or an enumerator.
-REMARK = re.compile(r"( *[^ /\"][^\"]*?[;,}\w])  // (.*)$")
+REMARK = re.compile(r"( *[^ /\"][^\"]*?[;,}\w]) {2,}// (.*)$")
 SCOPE = re.compile(r"\b(namespace|class|struct|union|enum|extern)\b")
 CODE_INDENT = 3
 
