@@ -34,7 +34,8 @@ public:
     [[nodiscard]] virtual double GetWidth(Edge edge) const = 0;
 
     // Each raises its signal, except that a click raises `OnDoubleClick` as well, and answers
-    // `HandlerIgnored`.
+    // `HandlerIgnored`. The viewers of the library tell of hovering and tooltips alone; a click on
+    // an edge is one on the node behind it.
     virtual int HandleMouseMove(Edge edge, double x, double y, int keys, MouseButton button);
     virtual int HandleButtonDown(Edge edge, double x, double y, int keys, MouseButton button);
     virtual int HandleButtonUp(Edge edge, double x, double y, int keys, MouseButton button);

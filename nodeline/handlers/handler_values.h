@@ -19,7 +19,8 @@ enum HandlerResult {
     HandlerDone = 1,
     // The look has changed.
     HandlerRepaint = 2,
-    // The graph has changed: the layout is brought up to date before the repaint.
+    // The graph has changed: the layout work that has been asked for, by `Node::ResizeSelf` or
+    // `Node::UpdateLayout` say, is done before the repaint. The answer alone asks for none.
     HandlerRecalculate = 4
 };
 

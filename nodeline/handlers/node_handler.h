@@ -42,11 +42,12 @@ public:
 
     // The size of the node without regard to what it owns, in logical units. The layout asks.
     virtual size<double> GetSize(Node node) = 0;
-    // The same for a node that owns a graph which has been laid out and is `inner` large.
+    // The same for a node that owns a graph which has been laid out and is `inner` large. For
+    // layouts of applications; those of the library make owners as large as their options say.
     virtual NodeFrame GetSize(Node node, size<double> inner) = 0;
 
     // Each raises its signal, except that a click raises `OnDoubleClick` as well, and answers
-    // `HandlerIgnored`.
+    // `HandlerIgnored`. The viewers of the library tell of everything but mere moves.
     virtual int HandleMouseMove(Node node, double x, double y, int keys, MouseButton button);
     virtual int HandleButtonDown(Node node, double x, double y, int keys, MouseButton button);
     virtual int HandleButtonUp(Node node, double x, double y, int keys, MouseButton button);
