@@ -31,10 +31,11 @@ NODELINE_API void GiveLookAndLayout(const graph_ptr2<Graph>& graph);
 // A window whose one element is a `CGraphViewer`, with all options of its surface switched on.
 //
 // A graph that comes with the stock layout of the process, the one it has if nobody has called
-// `Graph::SetDefaultLayout` or set one on its root, gets a `StableLayout` of its own. One that
-// comes with the stock node handler of the process gets a `PortNodeHandler` of its own, which
-// measures captions as this backend draws them; whoever has called `Graph::SetDefaultNodeHandler`
-// before keeps his handler. Both stay with the graph when the widget goes.
+// `Graph::SetDefaultLayout` or set one on its root, gets a `StableLayout` of its own, which keeps
+// room for the captions of boxes. One that comes with the stock node handler of the process gets a
+// `PortNodeHandler` of its own, which measures captions as this backend draws them; whoever has
+// called `Graph::SetDefaultNodeHandler` before keeps his handler. Both stay with the graph when the
+// widget goes.
 //
 // A press and a release with less than four pixels between them are a click, not a drag.
 //
