@@ -10,6 +10,11 @@ passed=0
 failed=0
 jobs=$(nproc)
 
+# What one build has compiled another one with the same flags need not compile again.
+if command -v ccache >/dev/null; then
+    export CCACHE_DIR="$PWD/build/ccache" CMAKE_CXX_COMPILER_LAUNCHER=ccache
+fi
+
 finish() {
     local status=$?
     if ((status != 0 && failed == 0)); then

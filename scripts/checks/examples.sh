@@ -6,13 +6,13 @@ log=$(mktemp)
 build release >"$log" 2>&1
 
 run_example() {
-    local program=$1 folder=$2
-    (cd "$folder" && QT_QPA_PLATFORM=offscreen timeout 120 "$program" >"$folder/printed" 2>&1) || {
+    local program=$1 folder=$2 printed
+    printed=$(cd "$folder" && QT_QPA_PLATFORM=offscreen timeout 120 "$program" 2>&1) || {
         echo "ended with status $?"
-        cat "$folder/printed"
+        printf '%s\n' "$printed"
         return 1
     }
-    [[ -s "$folder/printed" ]] || [[ -n "$(find "$folder" -type f ! -name printed)" ]] || {
+    [[ -n "$printed" ]] || [[ -n "$(find "$folder" -type f)" ]] || {
         echo "printed nothing and wrote nothing"
         return 1
     }

@@ -9,7 +9,8 @@ prefix="$work/prefix"
 
 # Installs to one place and moves the result to another: nothing in it may know where it was.
 install_and_move() {
-    build install &&
+    # The compiler of the other builds, by the same name, has left most of it in the cache.
+    CXX=g++ build install &&
         cmake --install build/install --prefix "$work/first" &&
         mv "$work/first" "$prefix" &&
         ! grep -rlF -e "$work/first" -e "$PWD" "$prefix/include" "$prefix/lib" --include='*.h' \
