@@ -11,9 +11,8 @@ failed=0
 jobs=$(nproc)
 
 # What one build has compiled another one with the same flags need not compile again.
-if command -v ccache >/dev/null; then
-    export CCACHE_DIR="$PWD/build/ccache" CMAKE_CXX_COMPILER_LAUNCHER=ccache
-fi
+export CCACHE_DIR="$PWD/build/ccache" CCACHE_DEPEND=1
+compiler_cache=$(command -v ccache || true)
 
 finish() {
     local status=$?
@@ -63,6 +62,10 @@ build() {
     shift
     build_succeeded=no
     log=$(mktemp)
+    # The other builds share nothing.
+    if [[ "$preset" == release || "$preset" == install ]]; then
+        local -x CMAKE_CXX_COMPILER_LAUNCHER=$compiler_cache
+    fi
     if ! cmake --preset "$preset" >"$log" 2>&1; then
         cat "$log"
     elif cmake --build "build/$preset" -j "$jobs" --target "${@:-all}" -- -k 0 >"$log" 2>&1; then

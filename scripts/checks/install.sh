@@ -76,7 +76,8 @@ run_with_libraries() {
 
 # The project in tests/install/$1, built in a folder of that name; not optimised, which takes longer.
 build_inside() {
-    cmake -S "tests/install/$1" -B "$work/$1" -G Ninja -DCMAKE_BUILD_TYPE=None \
+    CMAKE_CXX_COMPILER_LAUNCHER=$compiler_cache \
+        cmake -S "tests/install/$1" -B "$work/$1" -G Ninja -DCMAKE_BUILD_TYPE=None \
         -DNODELINE_SOURCE="$PWD" && cmake --build "$work/$1" -j "$jobs"
 }
 
