@@ -17,7 +17,7 @@ test_packages=(
     libgtest-dev googletest libbenchmark-dev
     clang-14 libclang-rt-14-dev llvm-14 clang-format-14 clang-tidy-14
     g++-multilib libxml2-utils poppler-utils python3
-    xvfb xdotool dpkg-dev doxygen ccache
+    xvfb xdotool dpkg-dev file doxygen ccache
 )
 
 case "${1:-build}" in
