@@ -68,17 +68,17 @@ private:
 
     // What has to be there first is made first: the owner, and the siblings ahead in the file.
     void make_node(int place) {
-        std::vector<int> waiting{place};
-        while (!waiting.empty()) {
-            const int next = waiting.back();
+        waiting_.push_back(place);
+        while (!waiting_.empty()) {
+            const int next = waiting_.back();
             const int previous = previous_[static_cast<std::size_t>(next)];
             if (is_missing(in_file(next).owner)) {
-                waiting.push_back(in_file(next).owner);
+                waiting_.push_back(in_file(next).owner);
             } else if (is_missing(previous)) {
-                waiting.push_back(previous);
+                waiting_.push_back(previous);
             } else {
                 if (is_missing(next)) add_node(next);
-                waiting.pop_back();
+                waiting_.pop_back();
             }
         }
     }
@@ -139,6 +139,7 @@ private:
     std::vector<Node> nodes_;
     // The sibling ahead of each node in the file; none of the first ones.
     std::vector<int> previous_;
+    std::vector<int> waiting_;  // to be made; empty between nodes
     std::vector<Edge> edges_;
     bool has_hidden_ = false;
 };
