@@ -6,6 +6,15 @@ namespace {
 
 using paintcore::IPainter;
 
+// Fills a square of two units in red.
+void PaintSquare(WindowImage& image) {
+    auto& painter = image.GetPainter();
+    painter.BeginPaint(IPainter::StdSettings::All);
+    painter.SetBrush({{200, 0, 0}, 1});
+    painter.FillRect(5.0, 5.0, 7.0, 7.0);
+    painter.EndPaint();
+}
+
 TEST(WindowImagePixels, MovesPixelsWithinAnAreaAndTellsWhatItCannot) {
     WindowImage image({20, 10}, 1.0);
     auto& painter = image.GetPainter();
@@ -24,11 +33,7 @@ TEST(WindowImagePixels, MovesPixelsWithinAnAreaAndTellsWhatItCannot) {
 
 TEST(WindowImagePixels, AnAreaMayReachBeyondTheImage) {
     WindowImage image({20, 10}, 1.0);
-    auto& painter = image.GetPainter();
-    painter.BeginPaint(IPainter::StdSettings::All);
-    painter.SetBrush({{200, 0, 0}, 1});
-    painter.FillRect(5.0, 5.0, 6.0, 6.0);
-    painter.EndPaint();
+    PaintSquare(image);
     EXPECT_TRUE(image.Move({-30, -30, 60, 60}, 3, -2));
     EXPECT_EQ(image.GetImage().pixel(8, 3), qRgb(200, 0, 0));
     // Nothing is left to be moved.
@@ -40,11 +45,7 @@ TEST(WindowImagePixels, AnAreaMayReachBeyondTheImage) {
 TEST(WindowImagePixels, OnDevicePixelsAMoveIsAsManyTimesAsFar) {
     WindowImage fine({20, 10}, 2.0);
     EXPECT_EQ(fine.GetImage().size(), QSize(40, 20));
-    auto& painter = fine.GetPainter();
-    painter.BeginPaint(IPainter::StdSettings::All);
-    painter.SetBrush({{200, 0, 0}, 1});
-    painter.FillRect(5.0, 5.0, 7.0, 7.0);
-    painter.EndPaint();
+    PaintSquare(fine);
     EXPECT_EQ(fine.GetImage().pixel(10, 10), qRgb(200, 0, 0));
     EXPECT_TRUE(fine.Move({0, 0, 20, 10}, 3, -2));
     EXPECT_EQ(fine.GetImage().pixel(16, 6), qRgb(200, 0, 0));
