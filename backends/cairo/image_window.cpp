@@ -2,6 +2,7 @@
 #include <backends/cairo/image_window.h>
 #include <backends/cairo/internal/handles.h>
 #include <corvex/file_writer.h>
+#include <paintcore/pixel_rows.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -37,10 +38,9 @@ public:
             {0.0, 0.0, static_cast<double>(width), static_cast<double>(height)});
     }
 
-    // Where a pixel lies, given what `GetData` answers.
-    [[nodiscard]] std::ptrdiff_t Offset(int x, int y) const {
-        const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface.get());
-        return y * stride + x * kPixelBytes;
+    // How many bytes a row takes.
+    [[nodiscard]] std::ptrdiff_t GetStride() const {
+        return cairo_image_surface_get_stride(surface.get());
     }
     // All that has been painted, as bytes; null if Cairo could not make the image.
     [[nodiscard]] unsigned char* GetData() {
@@ -54,7 +54,7 @@ public:
         if (data == nullptr) return all;
         all.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
         for (int y = 0; y < height; ++y) {
-            const unsigned char* pixel = data + Offset(0, y);
+            const unsigned char* pixel = data + y * GetStride();
             for (int x = 0; x < width; ++x, pixel += kPixelBytes) {
                 std::uint32_t colour = 0;
                 std::memcpy(&colour, pixel, sizeof colour);
@@ -112,21 +112,10 @@ void ImageWindow::Painted() { retired_.clear(); }
 paintcore::IPainter* ImageWindow::GetPainter() { return &image_->painter; }
 
 bool ImageWindow::MovePixels(const rectangle<int>& area, int dx, int dy) {
-    // What comes from outside of the image is as undefined as what is uncovered.
-    const int left = std::max(0, area.left) + std::max(0, dx);
-    const int right = std::min(image_->width, area.right) + std::min(0, dx);
-    const int top = std::max(0, area.top) + std::max(0, dy);
-    const int bottom = std::min(image_->height, area.bottom) + std::min(0, dy);
-    if (left >= right || top >= bottom) return true;
-    const std::size_t bytes = static_cast<std::size_t>(right - left) * kPixelBytes;
     unsigned char* const data = image_->GetData();
     if (data == nullptr) return false;
-    // A row must not be overwritten before it has been read.
-    for (int i = 0; i < bottom - top; ++i) {
-        const int y = dy > 0 ? bottom - 1 - i : top + i;
-        std::memmove(data + image_->Offset(left, y), data + image_->Offset(left - dx, y - dy),
-                     bytes);
-    }
+    paintcore::MovePixels({data, image_->GetStride(), {image_->width, image_->height}}, area, dx,
+                          dy);
     cairo_surface_mark_dirty(image_->surface.get());
     return true;
 }

@@ -1,4 +1,5 @@
 #include <backends/qt/internal/window_image.h>
+#include <paintcore/pixel_rows.h>
 
 #include <algorithm>
 #include <cmath>
@@ -68,21 +69,11 @@ bool WindowImage::Move(const rectangle<int>& area, int dx, int dy) {
     const auto to_x = WholeDots(area.right, ratio_);
     const auto to_y = WholeDots(area.bottom, ratio_);
     if (!x || !y || !from_x || !from_y || !to_x || !to_y) return false;
-    // What comes from outside of the image is as undefined as what is uncovered.
-    const int left = std::max(0, *from_x) + std::max(0, *x);
-    const int right = std::min(width_, *to_x) + std::min(0, *x);
-    const int top = std::max(0, *from_y) + std::max(0, *y);
-    const int bottom = std::min(height_, *to_y) + std::min(0, *y);
-    if (left >= right || top >= bottom) return true;
-    const auto bytes = static_cast<std::size_t>(right - left) * sizeof(std::uint32_t);
-    const auto pixel = [this](int column, int line) {
-        return pixels_.data() + static_cast<std::ptrdiff_t>(line) * width_ + column;
-    };
-    // A row must not be overwritten before it has been read.
-    for (int i = 0; i < bottom - top; ++i) {
-        const int line = *y > 0 ? bottom - 1 - i : top + i;
-        std::memmove(pixel(left, line), pixel(left - *x, line - *y), bytes);
-    }
+    const auto stride =
+        static_cast<std::ptrdiff_t>(width_) * static_cast<std::ptrdiff_t>(sizeof(std::uint32_t));
+    paintcore::MovePixels(
+        {reinterpret_cast<unsigned char*>(pixels_.data()), stride, {width_, height_}},
+        {*from_x, *from_y, *to_x, *to_y}, *x, *y);
     return true;
 }
 
