@@ -12,7 +12,8 @@ import re
 import sys
 import urllib.parse
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
+from doctools import ROOT, slug
+
 LINK = re.compile(r"\[(?:`[^`]*`|[^\]`])*\]\(([^)\s]+)\)")
 FENCE = re.compile(r"^```(\S*)$")
 # Doxygen refers to nested classes also where all of them are private, and so not listed.
@@ -44,9 +45,7 @@ def split(text):
 
 def anchors(path):
     prose, _ = split(path.read_text(encoding="utf-8"))
-    headings = re.findall(r"^#+ (.*)$", prose, re.M)
-    plain = [re.sub(r"\[([^\]]*)\]\([^)]*\)", r"\1", heading).lower() for heading in headings]
-    return {re.sub(r"[^\w\- ]", "", heading).strip().replace(" ", "-") for heading in plain}
+    return {slug(heading) for heading in re.findall(r"^#+ (.*)$", prose, re.M)}
 
 
 def targets(path):

@@ -9,14 +9,12 @@ or another comment; that of a struct covers the values that it begins with, but 
 """
 
 import os
-import pathlib
 import re
-import subprocess
 import sys
 import tempfile
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
-HEADERS = ["nodeline", "platform", "backends"]
+from doctools import ROOT, run_doxygen
+
 WARNING = re.compile(r"(.+?):(\d+): warning: (?:Compound|Member) (.+) is not documented\.$")
 # Declarations that need no comment.
 EXCEPTIONS = [
@@ -29,36 +27,19 @@ EXCEPTIONS = [
 ]
 
 
-def settings(folder):
-    """The settings of the site, with those that make Doxygen look at headers and tell."""
-    return (ROOT / "docs/site/Doxyfile").read_text(encoding="utf-8") + "\n".join([
-        "INPUT = " + " ".join(HEADERS),
-        "FILE_PATTERNS = *.h",
-        "EXCLUDE_PATTERNS = */internal/*",
-        "RECURSIVE = YES",
-        "EXTRACT_ALL = NO",
-        "WARN_IF_UNDOCUMENTED = YES",
-        'WARN_FORMAT = "$file:$line: $text"',
-        "SOURCE_BROWSER = NO",
-        "GENERATE_HTML = NO",
-        # Without any output Doxygen complains.
-        "GENERATE_XML = YES",
-        "XML_PROGRAMLISTING = NO",
-        f'OUTPUT_DIRECTORY = "{folder}"',
-        "",
-    ])
-
-
 def doxygen_warnings():
     with tempfile.TemporaryDirectory() as folder:
-        try:
-            run = subprocess.run(["doxygen", "-"], input=settings(folder), text=True, cwd=ROOT,
-                                 stderr=subprocess.PIPE, stdout=subprocess.DEVNULL)
-        except FileNotFoundError:
-            sys.exit("doxygen is not installed")
-    if run.returncode != 0:
-        sys.exit(run.stderr + "doxygen has failed")
-    return run.stderr.splitlines()
+        return run_doxygen(
+            "EXTRACT_ALL = NO",
+            "WARN_IF_UNDOCUMENTED = YES",
+            'WARN_FORMAT = "$file:$line: $text"',
+            "SOURCE_BROWSER = NO",
+            "GENERATE_HTML = NO",
+            # Without any output Doxygen complains.
+            "GENERATE_XML = YES",
+            "XML_PROGRAMLISTING = NO",
+            f'OUTPUT_DIRECTORY = "{folder}"',
+        )
 
 
 def declaration(lines, at):

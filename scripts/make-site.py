@@ -12,11 +12,10 @@ import pathlib
 import posixpath
 import re
 import shutil
-import subprocess
 import sys
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
-HEADERS = ["nodeline", "platform", "backends"]
+from doctools import ROOT, run_doxygen, slug
+
 MAIN_PAGE = "README.md"
 # A link or a picture, whose label may hold code; code; what begins a command.
 INLINE = re.compile(r"(!?)\[((?:`[^`]*`|[^\]`])*)\]\(([^)\s]+)\)|`[^`]*`|@")
@@ -37,12 +36,6 @@ def examples():
 
 def page_id(path):
     return "page-" + re.sub(r"[^a-z0-9]+", "-", os.path.splitext(path)[0].lower()).strip("-")
-
-
-def slug(heading):
-    """The anchor that is customary for a heading."""
-    words = re.sub(r"[^\w\- ]", "", re.sub(r"\[([^\]]*)\]\([^)]*\)", r"\1", heading).lower())
-    return words.strip().replace(" ", "-")
 
 
 def with_links(text, path, known):
@@ -122,25 +115,15 @@ def main():
     if len(sys.argv) > 2 or (len(sys.argv) == 2 and sys.argv[1].startswith("-")):
         sys.exit(__doc__)
     output = pathlib.Path(sys.argv[1] if len(sys.argv) == 2 else ROOT / "build" / "site").resolve()
-    os.chdir(ROOT)
     inputs = write_inputs(output / "pages")
     shutil.rmtree(output / "html", ignore_errors=True)
-    settings = (ROOT / "docs/site/Doxyfile").read_text(encoding="utf-8") + "\n".join([
-        "INPUT = " + " ".join(HEADERS + [f'"{page}"' for page in inputs]),
-        "FILE_PATTERNS = *.h *.md",
-        "EXCLUDE_PATTERNS = */internal/*",
-        "RECURSIVE = YES",
+    warnings = run_doxygen(
+        "INPUT += " + " ".join(f'"{page}"' for page in inputs),
         f'USE_MDFILE_AS_MAINPAGE = "{output / "pages" / MAIN_PAGE}"',
         f'OUTPUT_DIRECTORY = "{output}"',
-        "",
-    ])
-    try:
-        run = subprocess.run(["doxygen", "-"], input=settings, text=True, stderr=subprocess.PIPE)
-    except FileNotFoundError:
-        sys.exit("doxygen is not installed")
-    sys.stderr.write(run.stderr)
-    if run.returncode != 0 or run.stderr:
-        sys.exit("the site could not be made without warnings")
+    )
+    if warnings:
+        sys.exit("\n".join([*warnings, "the site could not be made without warnings"]))
     print(output / "html" / "index.html")
 
 
